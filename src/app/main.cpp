@@ -1,0 +1,44 @@
+#include "forms/main_window.h"
+#include "forms/qt_platform.h"
+#include "frame/program.h"
+#include "frame/startup.h"
+
+#include <QApplication>
+
+#include <cstdio>
+#include <cstdlib>
+
+namespace {
+
+// Qt ends the process when it finds no display; say why in words instead.
+bool displayAvailable() {
+#if defined(_WIN32) || defined(__APPLE__)
+    return true;
+#else
+    const auto set = [](const char* name) {
+        const char* value = std::getenv(name);
+        return value && *value;
+    };
+    return set("DISPLAY") || set("WAYLAND_DISPLAY") || set("QT_QPA_PLATFORM");
+#endif
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    if (!displayAvailable()) {
+        std::fputs("kslaunch needs a graphical display and none was found (DISPLAY is not set); "
+                   "use kscfg to write, convert or launch configurations from the shell.\n",
+                   stderr);
+        return 1;
+    }
+    QApplication app(argc, argv);
+    ks::QtPlatform platform;
+    ks::Program program(platform);
+    ks::ConnectHandlers(program);
+    ks::MainWindow window(program);
+    platform.setDialogParent(&window);
+    ks::LoadMainForm(program);
+    window.show();
+    return app.exec();
+}

@@ -1,0 +1,88 @@
+#include "cli/commands.h"
+
+#include "cli/console_platform.h"
+#include "config/writer.h"
+#include "frame/program.h"
+#include "frame/startup.h"
+
+#include <ostream>
+#include <span>
+#include <string_view>
+
+namespace ks::cli {
+
+namespace {
+
+using Args = std::span<const std::string>;
+
+struct Command {
+    std::string_view name;
+    std::string_view usage;
+    std::string_view summary;
+    int (*run)(Args args, std::ostream& out, std::ostream& err);
+};
+
+// A program as the launcher has it at start, without the search for the mod's directory: every field at
+// its default, IP empty.
+struct FreshProgram {
+    explicit FreshProgram(std::ostream& err) : platform(err), program(platform) {
+        ConnectHandlers(program);
+        program.frmMain.check("ipCheck").setState(1);
+    }
+    ConsolePlatform platform;
+    Program program;
+};
+
+int writeTo(Program& program, const std::string& path, std::ostream& err) {
+    program.frmMain.field("FFile").setText(path);
+    const OperationResult result = WriteConfig(program);
+    if (!result.ok) {
+        err << "kscfg: cannot write " << path << ": " << result.error << '\n';
+        return 1;
+    }
+    return 0;
+}
+
+int runNew(Args args, std::ostream&, std::ostream& err) {
+    if (args.size() != 1) {
+        err << "kscfg: new needs exactly one FILE (try kscfg --help)\n";
+        return 2;
+    }
+    FreshProgram fresh(err);
+    return writeTo(fresh.program, args[0], err);
+}
+
+int runHelp(Args, std::ostream& out, std::ostream&);
+
+constexpr Command kCommands[] = {
+    {"new", "new FILE", "write the configuration of a freshly started launcher to FILE", runNew},
+    {"--help", "--help", "show this help", runHelp},
+};
+
+int runHelp(Args, std::ostream& out, std::ostream&) {
+    out << "kscfg - the Kestrand Launcher's companion for the shell\n\n"
+           "Usage:\n";
+    for (const Command& command : kCommands) {
+        out << "  kscfg " << command.usage << '\n' << "      " << command.summary << '\n';
+    }
+    out << "\nFILE names a Quake II console script (.cfg) in the launcher's layout: CR LF line ends,\n"
+           "237 lines, or 238 with a server IP.\n";
+    return 0;
+}
+
+} // namespace
+
+int run(const std::vector<std::string>& args, std::ostream& out, std::ostream& err) {
+    if (args.empty()) {
+        err << "kscfg: no command given (try kscfg --help)\n";
+        return 2;
+    }
+    for (const Command& command : kCommands) {
+        if (args[0] == command.name || (command.name == "--help" && (args[0] == "-h" || args[0] == "help")))
+            return command.run(Args(args).subspan(1), out, err);
+    }
+    err << "kscfg: unknown command '" << args[0] << "' (try kscfg --help)\n";
+    return 2;
+}
+
+} // namespace ks::cli

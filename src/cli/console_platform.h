@@ -1,0 +1,41 @@
+#pragma once
+
+#include "frame/platform.h"
+
+#include <iosfwd>
+
+namespace ks {
+
+// The platform of the command-line tool: no window, no sound. Message boxes become lines on the error
+// stream ("warning: TITLE: TEXT") and take their first button; file dialogs are cancelled.
+class ConsolePlatform : public Platform {
+public:
+    explicit ConsolePlatform(std::ostream& messages);
+
+    int messageCount() const { return messageCount_; }
+
+    std::string programPath() override;
+    std::uint32_t soundDeviceCount() override { return 0; }
+    void playSoundAsync(const std::string&) override {}
+    MessageAnswer messageBox(const MessageBoxRequest& request) override;
+    std::optional<std::string> fileDialog(const FileDialogRequest&) override { return std::nullopt; }
+    bool isPlainFile(const std::string& path) override;
+    bool isVisiblePlainFile(const std::string& path) override;
+    bool isDirectory(const std::string& path) override;
+    bool hasPlainFile(const std::string& directory) override;
+    OperationResult changeDirectory(const std::string& path) override;
+    std::string currentDirectory() override;
+    OperationResult startProcess(const std::string& commandLine) override;
+    OperationResult openLink(const std::string& target) override;
+    std::vector<std::string> drives() override;
+    bool driveReady(const std::string& drive) override;
+    std::string driveCurrentDirectory(const std::string& drive) override;
+    std::string homeDirectory() override;
+    void quit() override;
+
+private:
+    std::ostream& messages_;
+    int messageCount_ = 0;
+};
+
+} // namespace ks

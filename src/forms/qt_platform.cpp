@@ -1,0 +1,224 @@
+#include "forms/qt_platform.h"
+
+#include <QApplication>
+#include <QAudioDevice>
+#include <QCoreApplication>
+#include <QDesktopServices>
+#include <QDir>
+#include <QDirIterator>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QMediaDevices>
+#include <QMessageBox>
+#include <QProcess>
+#include <QSoundEffect>
+#include <QStandardPaths>
+#include <QStorageInfo>
+#include <QUrl>
+
+#include <cstdlib>
+
+namespace ks {
+
+QString toQt(const std::string& bytes) { return QString::fromLatin1(bytes.data(), qsizetype(bytes.size())); }
+
+std::string fromQt(const QString& text) {
+    const QByteArray bytes = text.toLatin1();
+    return std::string(bytes.constData(), std::size_t(bytes.size()));
+}
+
+QtPlatform::QtPlatform() = default;
+QtPlatform::~QtPlatform() = default;
+
+std::string QtPlatform::programPath() {
+    return fromQt(QDir::toNativeSeparators(QCoreApplication::applicationFilePath()));
+}
+
+std::uint32_t QtPlatform::soundDeviceCount() { return std::uint32_t(QMediaDevices::audioOutputs().size()); }
+
+void QtPlatform::playSoundAsync(const std::string& path) {
+    if (!QFileInfo(toQt(path)).isFile()) return;
+    if (!sound_) sound_ = new QSoundEffect(qApp);
+    sound_->stop();
+    sound_->setSource(QUrl::fromLocalFile(toQt(path)));
+    sound_->play();
+}
+
+MessageAnswer QtPlatform::messageBox(const MessageBoxRequest& request) {
+    QMessageBox box(parent_);
+    QString text = toQt(request.text);
+    text.replace(QLatin1Char('\r'), QLatin1Char('\n'));
+    box.setText(text);
+    box.setWindowTitle(toQt(request.title));
+    switch (request.icon) {
+    case MessageIcon::Critical:
+        box.setIcon(QMessageBox::Critical);
+        break;
+    case MessageIcon::Question:
+        box.setIcon(QMessageBox::Question);
+        break;
+    case MessageIcon::Exclamation:
+        box.setIcon(QMessageBox::Warning);
+        break;
+    case MessageIcon::Information:
+        box.setIcon(QMessageBox::Information);
+        break;
+    case MessageIcon::None:
+        box.setIcon(QMessageBox::NoIcon);
+        break;
+    }
+    QList<QMessageBox::StandardButton> buttons;
+    switch (request.buttons) {
+    case MessageButtons::Ok:
+        buttons = {QMessageBox::Ok};
+        break;
+    case MessageButtons::OkCancel:
+        buttons = {QMessageBox::Ok, QMessageBox::Cancel};
+        break;
+    case MessageButtons::YesNo:
+        buttons = {QMessageBox::Yes, QMessageBox::No};
+        break;
+    case MessageButtons::YesNoCancel:
+        buttons = {QMessageBox::Yes, QMessageBox::No, QMessageBox::Cancel};
+        break;
+    }
+    for (auto button : buttons) box.addButton(button);
+    const int defaultIndex = std::min<int>(request.defaultButton, int(buttons.size()) - 1);
+    box.setDefaultButton(buttons[std::max(0, defaultIndex)]);
+    switch (box.exec()) {
+    case QMessageBox::Yes:
+        return MessageAnswer::Yes;
+    case QMessageBox::No:
+        return MessageAnswer::No;
+    case QMessageBox::Cancel:
+        return MessageAnswer::Cancel;
+    default:
+        return request.buttons == MessageButtons::Ok ? MessageAnswer::Ok : MessageAnswer::Cancel;
+    }
+}
+
+QString QtPlatform::qtFilter(const std::string& filter) {
+    const QString text = toQt(filter);
+    const qsizetype bar = text.indexOf(QLatin1Char('|'));
+    if (bar < 0) return text;
+    QString description = text.left(bar);
+    QString pattern = text.mid(bar + 1);
+#ifndef _WIN32
+    // Match the extension in any case: *.CFG becomes *.[cC][fF][gG].
+    QString anyCase;
+    for (QChar c : pattern) {
+        if (c.isLetter())
+            anyCase += QLatin1Char('[') + c.toLower() + c.toUpper() + QLatin1Char(']');
+        else
+            anyCase += c;
+    }
+    pattern = anyCase;
+#endif
+    const qsizetype paren = description.indexOf(QLatin1Char('('));
+    if (paren >= 0) description = description.left(paren).trimmed();
+    return description + QStringLiteral(" (") + pattern + QLatin1Char(')');
+}
+
+std::optional<std::string> QtPlatform::fileDialog(const FileDialogRequest& request) {
+    QFileDialog dialog(parent_, toQt(request.title), toQt(request.initialDirectory), qtFilter(request.filter));
+    dialog.setAcceptMode(request.kind == FileDialogKind::Save ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
+    dialog.setFileMode(request.kind == FileDialogKind::Save ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
+    // The commands ask their own question before a file is replaced.
+    dialog.setOption(QFileDialog::DontConfirmOverwrite, true);
+    if (!request.fileName.empty()) dialog.selectFile(toQt(request.fileName));
+    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return std::nullopt;
+    return fromQt(QDir::toNativeSeparators(dialog.selectedFiles().constFirst()));
+}
+
+bool QtPlatform::isPlainFile(const std::string& path) { return QFileInfo(toQt(path)).isFile(); }
+
+bool QtPlatform::isVisiblePlainFile(const std::string& path) {
+    const QFileInfo info(toQt(path));
+    return info.isFile() && !info.isHidden();
+}
+
+bool QtPlatform::isDirectory(const std::string& path) { return QFileInfo(toQt(path)).isDir(); }
+
+bool QtPlatform::hasPlainFile(const std::string& directory) {
+    QDirIterator it(toQt(directory), QDir::Files | QDir::Hidden | QDir::System);
+    return it.hasNext();
+}
+
+OperationResult QtPlatform::changeDirectory(const std::string& path) {
+    if (!QFileInfo(toQt(path)).isDir()) return OperationResult::failure("the directory does not exist");
+    if (!QDir::setCurrent(toQt(path))) return OperationResult::failure("the directory cannot be entered");
+    return OperationResult::success();
+}
+
+std::string QtPlatform::currentDirectory() { return fromQt(QDir::toNativeSeparators(QDir::currentPath())); }
+
+OperationResult QtPlatform::startProcess(const std::string& commandLine) {
+    QStringList words = toQt(commandLine).split(QLatin1Char(' '), Qt::SkipEmptyParts);
+    if (words.isEmpty()) return OperationResult::failure("the command line is empty");
+    const QString program = words.takeFirst();
+    QProcess process;
+    process.setProgram(program);
+    process.setArguments(words);
+    process.setWorkingDirectory(QDir::currentPath());
+    qint64 pid = 0;
+    if (!process.startDetached(&pid)) {
+        const QString reason = process.errorString();
+        return OperationResult::failure(fromQt(reason.isEmpty() ? QStringLiteral("it could not be started") : reason));
+    }
+    return OperationResult::success();
+}
+
+OperationResult QtPlatform::openLink(const std::string& target) {
+    const QString text = toQt(target);
+    const QUrl url = text.contains(QLatin1String("://")) || text.startsWith(QLatin1String("mailto:"))
+                         ? QUrl(text)
+                         : QUrl::fromLocalFile(text);
+    if (!QDesktopServices::openUrl(url)) return OperationResult::failure("no program opens " + target);
+    return OperationResult::success();
+}
+
+std::vector<std::string> QtPlatform::drives() {
+    std::vector<std::string> result;
+#ifdef _WIN32
+    for (const QFileInfo& drive : QDir::drives()) result.push_back(fromQt(QDir::toNativeSeparators(drive.path())));
+#else
+    result.push_back("/");
+    for (const QStorageInfo& volume : QStorageInfo::mountedVolumes()) {
+        const QString root = volume.rootPath();
+        if (root == QLatin1String("/") || !volume.isValid() || !volume.isReady()) continue;
+        const QByteArray type = volume.fileSystemType();
+        // Real volumes only: no kernel, memory or container file systems.
+        static const QList<QByteArray> virtualTypes = {"proc", "sysfs", "tmpfs", "devtmpfs", "devpts", "cgroup",
+                                                       "cgroup2", "overlay", "securityfs", "pstore", "debugfs",
+                                                       "tracefs", "mqueue", "hugetlbfs", "fusectl", "configfs",
+                                                       "binfmt_misc", "autofs", "bpf", "nsfs", "ramfs", "squashfs"};
+        if (virtualTypes.contains(type)) continue;
+        result.push_back(fromQt(root));
+    }
+#endif
+    return result;
+}
+
+bool QtPlatform::driveReady(const std::string& drive) {
+    const QStorageInfo volume(toQt(drive));
+    return QFileInfo(toQt(drive)).isDir() && volume.isValid() && volume.isReady();
+}
+
+std::string QtPlatform::driveCurrentDirectory(const std::string& drive) {
+    const std::string cwd = currentDirectory();
+#ifdef _WIN32
+    if (cwd.size() >= 2 && drive.size() >= 2 && QChar(cwd[0]).toUpper() == QChar(drive[0]).toUpper()) return cwd;
+    return drive.substr(0, 2) + "\\";
+#else
+    // The working directory when it lies on that volume, else the volume's root.
+    const QStorageInfo here(toQt(cwd));
+    if (here.isValid() && fromQt(here.rootPath()) == drive) return cwd;
+    return drive;
+#endif
+}
+
+std::string QtPlatform::homeDirectory() { return fromQt(QDir::homePath()); }
+
+void QtPlatform::quit() { std::exit(0); }
+
+} // namespace ks

@@ -1,0 +1,52 @@
+#pragma once
+
+#include "frame/platform.h"
+
+#include <QPointer>
+
+class QWidget;
+class QSoundEffect;
+
+namespace ks {
+
+// The platform of the desktop program, on Qt.
+class QtPlatform : public Platform {
+public:
+    QtPlatform();
+    ~QtPlatform() override;
+
+    // Message boxes and dialogs are centred on this window.
+    void setDialogParent(QWidget* parent) { parent_ = parent; }
+
+    std::string programPath() override;
+    std::uint32_t soundDeviceCount() override;
+    void playSoundAsync(const std::string& path) override;
+    MessageAnswer messageBox(const MessageBoxRequest& request) override;
+    std::optional<std::string> fileDialog(const FileDialogRequest& request) override;
+    bool isPlainFile(const std::string& path) override;
+    bool isVisiblePlainFile(const std::string& path) override;
+    bool isDirectory(const std::string& path) override;
+    bool hasPlainFile(const std::string& directory) override;
+    OperationResult changeDirectory(const std::string& path) override;
+    std::string currentDirectory() override;
+    OperationResult startProcess(const std::string& commandLine) override;
+    OperationResult openLink(const std::string& target) override;
+    std::vector<std::string> drives() override;
+    bool driveReady(const std::string& drive) override;
+    std::string driveCurrentDirectory(const std::string& drive) override;
+    std::string homeDirectory() override;
+    void quit() override;
+
+    // "Description (*.EXT)|*.EXT" in Qt's form; on Linux the pattern matches any case.
+    static QString qtFilter(const std::string& filter);
+
+private:
+    QPointer<QWidget> parent_;
+    QSoundEffect* sound_ = nullptr;
+};
+
+// File texts are bytes; the widgets show them as Latin-1 so that every byte comes back unchanged.
+QString toQt(const std::string& bytes);
+std::string fromQt(const QString& text);
+
+} // namespace ks

@@ -1,0 +1,148 @@
+#pragma once
+
+#include "frame/colour.h"
+
+#include <cstddef>
+#include <functional>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+namespace ks {
+
+// Observers of one control. Views re-read the control when they are told; handlers run after the views.
+class Observers {
+public:
+    using Callback = std::function<void()>;
+    using Id = std::size_t;
+
+    Id add(Callback callback);
+    void remove(Id id);
+    void notify() const;
+
+private:
+    std::vector<std::pair<Id, Callback>> callbacks_;
+    Id next_ = 1;
+};
+
+// A setting on a form: a text with a key (its Tag), a default, a label and a tool tip.
+// Setting a different text notifies the views and then runs the Change handlers; the same text runs nothing.
+class Field {
+public:
+    Field(std::string form, std::string name, std::string tag, std::string defaultText, std::string label,
+          std::string toolTip);
+
+    const std::string& form() const { return form_; }
+    const std::string& name() const { return name_; }
+    const std::string& tag() const { return tag_; }
+    const std::string& defaultText() const { return default_; }
+    const std::string& label() const { return label_; }
+    const std::string& toolTip() const { return toolTip_; }
+
+    const std::string& text() const { return text_; }
+    void setText(std::string text);
+
+    bool enabled() const { return enabled_; }
+    void setEnabled(bool enabled);
+    Colour backColour() const { return back_; }
+    void setBackColour(Colour colour);
+
+    // The focus leaves the field: views call this; text set by code never does.
+    void validate();
+
+    Observers::Id addView(Observers::Callback view) { return views_.add(std::move(view)); }
+    void removeView(Observers::Id id) { views_.remove(id); }
+    void onChange(std::function<void()> handler) { change_.push_back(std::move(handler)); }
+    void onValidate(std::function<void()> handler) { validate_.push_back(std::move(handler)); }
+
+private:
+    std::string form_, name_, tag_, default_, label_, toolTip_, text_;
+    bool enabled_ = true;
+    Colour back_ = kWhite;
+    Observers views_;
+    std::vector<std::function<void()>> change_, validate_;
+};
+
+// A check box with state 0 or 1. A real change of state notifies the views and then runs the Click handlers.
+class CheckBox {
+public:
+    CheckBox(std::string form, std::string name, std::string caption, std::string toolTip, int state = 0);
+
+    const std::string& form() const { return form_; }
+    const std::string& name() const { return name_; }
+    const std::string& caption() const { return caption_; }
+    const std::string& toolTip() const { return toolTip_; }
+
+    int state() const { return state_; }
+    void setState(int state);
+
+    Observers::Id addView(Observers::Callback view) { return views_.add(std::move(view)); }
+    void removeView(Observers::Id id) { views_.remove(id); }
+    void onClick(std::function<void()> handler) { click_.push_back(std::move(handler)); }
+
+private:
+    std::string form_, name_, caption_, toolTip_;
+    int state_ = 0;
+    Observers views_;
+    std::vector<std::function<void()>> click_;
+};
+
+// A tab control: the index of the tab that is up. A real change notifies views, then runs the handlers.
+class TabControl {
+public:
+    TabControl(std::string form, std::string name, std::vector<std::string> captions, int current);
+
+    const std::string& name() const { return name_; }
+    const std::vector<std::string>& captions() const { return captions_; }
+    int current() const { return current_; }
+    void setCurrent(int index);
+
+    Observers::Id addView(Observers::Callback view) { return views_.add(std::move(view)); }
+    void removeView(Observers::Id id) { views_.remove(id); }
+    void onChange(std::function<void()> handler) { change_.push_back(std::move(handler)); }
+
+private:
+    std::string form_, name_;
+    std::vector<std::string> captions_;
+    int current_ = 0;
+    Observers views_;
+    std::vector<std::function<void()>> change_;
+};
+
+// One form: its fields, check boxes and tab control, reached by name. Names are unique per form only.
+class Form {
+public:
+    explicit Form(std::string name) : name_(std::move(name)) {}
+    Form(const Form&) = delete;
+    Form& operator=(const Form&) = delete;
+
+    const std::string& name() const { return name_; }
+
+    Field& addField(std::string name, std::string tag, std::string defaultText, std::string label,
+                    std::string toolTip);
+    CheckBox& addCheckBox(std::string name, std::string caption, std::string toolTip, int state = 0);
+    TabControl& addTabs(std::string name, std::vector<std::string> captions, int current);
+
+    // Throws std::out_of_range naming form and control when there is no such control.
+    Field& field(std::string_view name) const;
+    CheckBox& check(std::string_view name) const;
+    TabControl& tabs() const;
+
+    Field* findField(std::string_view name) const;
+    CheckBox* findCheck(std::string_view name) const;
+
+    const std::vector<std::unique_ptr<Field>>& fields() const { return fields_; }
+    const std::vector<std::unique_ptr<CheckBox>>& checkBoxes() const { return checks_; }
+
+private:
+    std::string name_;
+    std::vector<std::unique_ptr<Field>> fields_;
+    std::vector<std::unique_ptr<CheckBox>> checks_;
+    std::unordered_map<std::string_view, Field*> fieldIndex_;
+    std::unordered_map<std::string_view, CheckBox*> checkIndex_;
+    std::unique_ptr<TabControl> tabs_;
+};
+
+} // namespace ks

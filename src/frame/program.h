@@ -1,0 +1,40 @@
+#pragma once
+
+#include "frame/field.h"
+#include "frame/path_style.h"
+#include "frame/platform.h"
+#include "frame/shared_state.h"
+
+#include <string_view>
+
+namespace ks {
+
+// One run of the launcher: the platform, the shared state and the three forms with every setting.
+// The dialog forms exist with their defaults from the start, shown or not.
+class Program {
+public:
+    explicit Program(Platform& platform, PathStyle style = nativePathStyle());
+    Program(const Program&) = delete;
+    Program& operator=(const Program&) = delete;
+
+    Platform& platform;
+    PathStyle pathStyle;
+    SharedState state;
+    Form frmMain{"frmMain"};
+    Form Form1{"Form1"};
+    Form Form2{"Form2"};
+
+    // SplitResult becomes the program directory with its trailing separator.
+    void GetProgramPath();
+    void CountSoundDevices();
+    // SplitResult becomes SplitPath up to and including its last separator.
+    void SplitDirectory();
+    // SplitResult becomes SplitPath behind its last separator.
+    void SplitFileName();
+    // Plays a sound file that lies beside the program, when there is a sound device.
+    void PlayCue(std::string_view fileName);
+
+    char sep() const { return separator(pathStyle); }
+};
+
+} // namespace ks

@@ -1,0 +1,15 @@
+#include "frame/startup.h"
+
+#include "frame/program.h"
+
+namespace ks {
+
+void ConnectHandlers(Program& program) {
+    // The tab change of either tab control plays its cue.
+    program.frmMain.tabs().onChange([&program] { program.PlayCue("tab.wav"); });
+    program.Form1.tabs().onChange([&program] { program.PlayCue("tab.wav"); });
+}
+
+void LoadMainForm(Program& program) { program.frmMain.check("ipCheck").setState(1); }
+
+} // namespace ks
