@@ -3,6 +3,7 @@
 #include "forms/qt_platform.h"
 #include "frame/catalogue.h"
 #include "frame/program.h"
+#include "frame/startup.h"
 
 #include <QCloseEvent>
 
@@ -17,7 +18,7 @@ MainWindow::MainWindow(Program& program, QWidget* parent) : QMainWindow(parent),
 void MainWindow::closeEvent(QCloseEvent* event) {
     // The program ends in one place; nothing is saved on the way.
     event->accept();
-    program_.platform.quit();
+    Exit_Animation(program_);
 }
 
 } // namespace ks

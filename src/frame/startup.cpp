@@ -13,3 +13,9 @@ void ConnectHandlers(Program& program) {
 void LoadMainForm(Program& program) { program.frmMain.check("ipCheck").setState(1); }
 
 } // namespace ks
+
+namespace ks {
+
+void Exit_Animation(Program& program) { program.platform.quit(); }
+
+} // namespace ks

@@ -11,4 +11,7 @@ void ConnectHandlers(Program& program);
 // directory.
 void LoadMainForm(Program& program);
 
+// The one place where the program ends: an immediate stop, nothing saved on the way.
+void Exit_Animation(Program& program);
+
 } // namespace ks
