@@ -23,6 +23,9 @@ public:
     Form frmMain{"frmMain"};
     Form Form1{"Form1"};
     Form Form2{"Form2"};
+    // The drive and directory selectors of the main window: the selected drive, and the selected path.
+    Field Drive2{"frmMain", "Drive2", "", "", "", "The drive where Quake2 is to run this config"};
+    Field Dir2{"frmMain", "Dir2", "", "", "", "The MOD or game directory to run"};
 
     // SplitResult becomes the program directory with its trailing separator.
     void GetProgramPath();
