@@ -1,0 +1,80 @@
+#pragma once
+
+#include "config/file_commands.h"
+#include "frame/program.h"
+#include "frame/startup.h"
+#include "support/fake_platform.h"
+#include "support/temp_dir.h"
+
+#include <gtest/gtest.h>
+
+#include <map>
+#include <string>
+
+namespace ks::test {
+
+// A launcher as it stands after start-up, with a scripted platform and a directory for its files.
+struct Launcher {
+    FakePlatform platform;
+    Program program{platform, PathStyle::Linux};
+    TempDir dir;
+
+    Launcher() {
+        ConnectHandlers(program);
+        LoadMainForm(program);
+    }
+
+    Field& main(const char* name) { return program.frmMain.field(name); }
+    Field& flags(const char* name) { return program.Form1.field(name); }
+    Field& weapons(const char* name) { return program.Form2.field(name); }
+    CheckBox& box(const char* name) { return program.Form1.check(name); }
+
+    // Writes the bytes to a file of the test directory and gives its path.
+    std::string file(const std::string& bytes, const std::string& name = "server.cfg") {
+        const std::string path = dir.file(name);
+        writeBytes(path, bytes);
+        platform.plainFiles.insert(path);
+        return path;
+    }
+
+    // File, Open with the operator choosing the path.
+    void open(const std::string& path) {
+        platform.dialogAnswers.push_back(path);
+        mnuFileOpen_Click(program);
+    }
+    void openBytes(const std::string& bytes) { open(file(bytes)); }
+
+    // Every text and check box state of the three forms, by form and name.
+    std::map<std::string, std::string> snapshot() const {
+        std::map<std::string, std::string> all;
+        for (const Form* form : {&program.frmMain, &program.Form1, &program.Form2}) {
+            for (const auto& field : form->fields()) all[form->name() + "." + field->name()] = field->text();
+            for (const auto& check : form->checkBoxes())
+                all[form->name() + "." + check->name()] = std::to_string(check->state());
+        }
+        all["Drive2"] = program.Drive2.text();
+        all["Dir2"] = program.Dir2.text();
+        return all;
+    }
+
+    // The entries of `after` that differ from `before`.
+    static std::map<std::string, std::string> changes(const std::map<std::string, std::string>& before,
+                                                      const std::map<std::string, std::string>& after) {
+        std::map<std::string, std::string> changed;
+        for (const auto& [name, text] : after)
+            if (before.at(name) != text) changed[name] = text;
+        return changed;
+    }
+};
+
+struct ConfigTest : ::testing::Test, Launcher {};
+
+inline constexpr const char* kForeignWarning = "This Configuration file was not created\r"
+                                               "with the Kestrand Launcher.  The Program\r"
+                                               "will convert this file to the Kestrand Launcher\r"
+                                               "file format.  You must got to Weapons / DM Flags\r"
+                                               "button and set your item preferences on each tab";
+inline constexpr const char* kFileWarningTitle = "Kestrand Launcher File Warning";
+inline constexpr const char* kMarker = "//Kestrand Launcher AUTO CONFIG SECTION - DO NOT Modify";
+
+} // namespace ks::test
