@@ -4,6 +4,7 @@ namespace ks {
 
 void ConnectRules(Program& program) {
     ConnectNumericRules(program);
+    ConnectTextRules(program);
 }
 
 } // namespace ks

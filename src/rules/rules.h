@@ -2,6 +2,7 @@
 
 #include "rules/field_value.h"
 #include "rules/numeric_rules.h"
+#include "rules/text_rules.h"
 
 namespace ks {
 
