@@ -5,6 +5,7 @@ namespace ks {
 void ConnectRules(Program& program) {
     ConnectNumericRules(program);
     ConnectTextRules(program);
+    ConnectFlagGroups(program);
 }
 
 } // namespace ks

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "rules/field_value.h"
+#include "rules/flag_groups.h"
 #include "rules/numeric_rules.h"
 #include "rules/text_rules.h"
 
