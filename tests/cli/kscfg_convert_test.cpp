@@ -70,45 +70,25 @@ TEST(KscfgConvert, AFileOfTheLauncherComesBackByteForByteWhateverItsLineEnds) {
     }
 }
 
-TEST(KscfgConvert, ForeignFilesAreReadInTurnAndWarnedAbout) {
+TEST(KscfgConvert, ReadsEachFileInTurnWarnsAsTheLauncherWouldAndStopsAtAnUnreadableOne) {
     ks::test::TempDir dir;
-    const std::string first = dir.file("a.cfg");
-    const std::string second = dir.file("b.cfg");
+    const std::string first = dir.file("a.cfg"), second = dir.file("b.cfg"), out = dir.file("out.cfg");
     ks::test::writeBytes(first, "set dmflags 1024\nset fraglimit 40\nset deathmatch 5\n");
     ks::test::writeBytes(second, "set fraglimit 50\r\n// set df_no_falling 1\r\n");
-    const Result result =
-        kscfg("convert " + quoted(first) + " " + quoted(second) + " -o " + quoted(dir.file("out.cfg")));
+    Result result = kscfg("convert " + quoted(first) + " " + quoted(second) + " -o " + quoted(out));
     EXPECT_EQ(result.status, 0);
-    EXPECT_EQ(result.output, "warning: DeathMatch, Off or On: Must be 0 or 1\n" + kForeignWarningLine +
-                                 kForeignWarningLine);
-    const std::string out = ks::test::readBytes(dir.file("out.cfg"));
-    EXPECT_NE(out.find("\r\nset fraglimit 50\r\n"), std::string::npos);
-    EXPECT_NE(out.find("\r\nset deathmatch \r\n"), std::string::npos);
-    EXPECT_NE(out.find("\r\nset dmflags 88\r\n"), std::string::npos);
-    EXPECT_EQ(std::count(out.begin(), out.end(), '\n'), 237);
-}
+    EXPECT_EQ(result.output,
+              "warning: DeathMatch, Off or On: Must be 0 or 1\n" + kForeignWarningLine + kForeignWarningLine);
+    const std::string converted = ks::test::readBytes(out);
+    for (const char* line : {"\r\nset fraglimit 50\r\n", "\r\nset deathmatch \r\n", "\r\nset dmflags 88\r\n"})
+        EXPECT_NE(converted.find(line), std::string::npos) << line;
 
-TEST(KscfgConvert, AnUnreadableInputLeavesTheOutputUntouched) {
-    ks::test::TempDir dir;
-    const std::string out = dir.file("out.cfg");
-    ks::test::writeBytes(out, "keep me\n");
-    ks::test::writeBytes(dir.file("ok.cfg"), "set fraglimit 40\n");
     for (const std::string& bad : {dir.file("missing.cfg"), dir.path().string()}) {
-        const Result result = kscfg("convert " + quoted(dir.file("ok.cfg")) + " " + quoted(bad) + " -o " + quoted(out));
+        result = kscfg("convert " + quoted(second) + " " + quoted(bad) + " -o " + quoted(out));
         EXPECT_EQ(result.status, 1) << bad;
-        EXPECT_EQ(result.output, kForeignWarningLine +
-                                     "warning: Kestrand Launcher File Warning: There is no such existing file!\n");
-        EXPECT_EQ(ks::test::readBytes(out), "keep me\n");
+        EXPECT_EQ(result.output,
+                  kForeignWarningLine + "warning: Kestrand Launcher File Warning: There is no such existing file!\n");
+        EXPECT_EQ(ks::test::readBytes(out), converted);
     }
-    EXPECT_EQ(kscfg("convert " + quoted(dir.file("missing.cfg")) + " -o " + quoted(dir.file("new.cfg"))).status, 1);
-    EXPECT_FALSE(std::filesystem::exists(dir.file("new.cfg")));
-}
-
-TEST(KscfgConvert, BadUseSaysHowAndFails) {
-    for (const char* arguments : {"convert", "convert a.cfg", "convert -o out.cfg", "convert a.cfg -o",
-                                  "convert a.cfg -o x.cfg -o y.cfg"}) {
-        const Result result = kscfg(arguments);
-        EXPECT_EQ(result.status, 2) << arguments;
-        EXPECT_TRUE(result.output.starts_with("kscfg: convert needs")) << result.output;
-    }
+    EXPECT_EQ(kscfg("convert a.cfg -o").status, 2);
 }

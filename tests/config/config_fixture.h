@@ -23,28 +23,21 @@ struct Launcher {
         ConnectHandlers(program);
         LoadMainForm(program);
     }
-
     Field& main(const char* name) { return program.frmMain.field(name); }
-    Field& flags(const char* name) { return program.Form1.field(name); }
-    Field& weapons(const char* name) { return program.Form2.field(name); }
-    CheckBox& box(const char* name) { return program.Form1.check(name); }
 
-    // Writes the bytes to a file of the test directory and gives its path.
     std::string file(const std::string& bytes, const std::string& name = "server.cfg") {
         const std::string path = dir.file(name);
         writeBytes(path, bytes);
         platform.plainFiles.insert(path);
         return path;
     }
-
     // File, Open with the operator choosing the path.
     void open(const std::string& path) {
         platform.dialogAnswers.push_back(path);
         mnuFileOpen_Click(program);
     }
-    void openBytes(const std::string& bytes) { open(file(bytes)); }
 
-    // Every text and check box state of the three forms, by form and name.
+    // Every text and check box state of the three forms, as "form.name".
     std::map<std::string, std::string> snapshot() const {
         std::map<std::string, std::string> all;
         for (const Form* form : {&program.frmMain, &program.Form1, &program.Form2}) {
@@ -52,18 +45,19 @@ struct Launcher {
             for (const auto& check : form->checkBoxes())
                 all[form->name() + "." + check->name()] = std::to_string(check->state());
         }
-        all["Drive2"] = program.Drive2.text();
-        all["Dir2"] = program.Dir2.text();
         return all;
     }
-
-    // The entries of `after` that differ from `before`.
     static std::map<std::string, std::string> changes(const std::map<std::string, std::string>& before,
                                                       const std::map<std::string, std::string>& after) {
         std::map<std::string, std::string> changed;
         for (const auto& [name, text] : after)
             if (before.at(name) != text) changed[name] = text;
         return changed;
+    }
+    int messagesSaying(const std::string& text) const {
+        int n = 0;
+        for (const auto& m : platform.messages) n += m.text == text;
+        return n;
     }
 };
 
@@ -74,7 +68,6 @@ inline constexpr const char* kForeignWarning = "This Configuration file was not 
                                                "will convert this file to the Kestrand Launcher\r"
                                                "file format.  You must got to Weapons / DM Flags\r"
                                                "button and set your item preferences on each tab";
-inline constexpr const char* kFileWarningTitle = "Kestrand Launcher File Warning";
 inline constexpr const char* kMarker = "//Kestrand Launcher AUTO CONFIG SECTION - DO NOT Modify";
 
 } // namespace ks::test
