@@ -93,7 +93,8 @@ int main() {
         double secs = seconds([&] {
             std::ifstream in(path, std::ios::binary);
             std::string line;
-            while (std::getline(in, line)) ++lines;
+            while (std::getline(in, line))
+                ++lines;
         });
         report("std::getline", bytes, secs, lines);
 
@@ -102,7 +103,8 @@ int main() {
             ks::RecordReader reader;
             reader.open(path);
             std::string record;
-            while (!reader.atEnd() && reader.read(record)) ++records;
+            while (!reader.atEnd() && reader.read(record))
+                ++records;
         });
         report("record reader alone", bytes, secs, records);
 

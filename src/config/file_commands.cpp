@@ -87,8 +87,7 @@ void mnuFileSaveAs_Click(Program& program) {
 }
 
 void mnuFileExit_Click(Program& program) {
-    if (program.state.ConfigSaved == 0 &&
-        program.platform.messageBox(unsavedWorkQuestion()) == MessageAnswer::Yes)
+    if (program.state.ConfigSaved == 0 && program.platform.messageBox(unsavedWorkQuestion()) == MessageAnswer::Yes)
         return;
     Exit_Animation(program);
 }

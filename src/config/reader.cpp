@@ -49,7 +49,8 @@ std::string_view positions(std::string_view text, std::size_t from, std::size_t 
 }
 
 std::string_view trimBlanksBehind(std::string_view word) {
-    while (!word.empty() && word.back() == ' ') word.remove_suffix(1);
+    while (!word.empty() && word.back() == ' ')
+        word.remove_suffix(1);
     return word;
 }
 
@@ -86,11 +87,13 @@ std::optional<double> numberOf(std::string_view word) {
     if (i < word.size() && (word[i] == '+' || word[i] == '-')) negative = word[i++] == '-';
     const std::size_t mantissaStart = i;
     std::size_t digits = 0;
-    while (i < word.size() && isDigitOf(word[i], 10)) ++i, ++digits;
+    while (i < word.size() && isDigitOf(word[i], 10))
+        ++i, ++digits;
     const std::size_t integerDigits = digits;
     if (i < word.size() && word[i] == '.') {
         ++i;
-        while (i < word.size() && isDigitOf(word[i], 10)) ++i, ++digits;
+        while (i < word.size() && isDigitOf(word[i], 10))
+            ++i, ++digits;
     }
     if (digits == 0) return std::nullopt;
     const std::size_t mantissaEnd = i;
@@ -195,7 +198,8 @@ RecordWords CutRecord(std::string_view rec) {
     else if (cut[2] > 0)
         words[2] = positions(rec, cut[1] + 1, cut[2] - 1);
     if (cut[3] > 0) words[3] = positions(rec, cut[2] + 1, cut[3] - 1);
-    for (std::string_view& word : words) word = trimBlanksBehind(word);
+    for (std::string_view& word : words)
+        word = trimBlanksBehind(word);
     return result;
 }
 
@@ -255,8 +259,8 @@ bool OpenConfigFile(Program& program, const std::string& path) {
     file.setText(path);
     const ReadResult result = ReadConfig(program, path);
     if (!result.read) {
-        program.platform.messageBox({std::string(kNoSuchFile), std::string(kFileWarningTitle), MessageButtons::Ok,
-                                     MessageIcon::Critical, 0});
+        program.platform.messageBox(
+            {std::string(kNoSuchFile), std::string(kFileWarningTitle), MessageButtons::Ok, MessageIcon::Critical, 0});
         file.setText(std::string(kNone));
         file.setBackColour(kPaleYellow);
         return false;

@@ -16,9 +16,9 @@ inline constexpr std::string_view kMarkerLine = "//Kestrand Launcher AUTO CONFIG
 
 // One record cut into at most four words. The views point into the text the record was scanned from.
 struct RecordWords {
-    std::array<std::string_view, 4> words; // blanks at their ends removed
+    std::array<std::string_view, 4> words;    // blanks at their ends removed
     std::optional<std::string_view> startMap; // the second word of a "map" record, as cut, blanks and all
-    bool marker = false;                       // the record is the marker line
+    bool marker = false;                      // the record is the marker line
 };
 
 // Scans and cuts one record. `rec` is the record with one blank appended.

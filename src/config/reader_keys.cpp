@@ -216,7 +216,8 @@ constexpr ThirdWordKey kThirdWordRows[] = {
 template <typename Row> class KeyIndex {
 public:
     explicit KeyIndex(std::span<const Row> rows) {
-        for (const Row& row : rows) index_.emplace(row.key, &row);
+        for (const Row& row : rows)
+            index_.emplace(row.key, &row);
     }
     const Row* find(std::string_view word) const {
         const auto it = index_.find(word);
@@ -229,8 +230,12 @@ private:
 
 } // namespace
 
-std::span<const SecondWordKey> secondWordKeys() { return kSecondWordRows; }
-std::span<const ThirdWordKey> thirdWordKeys() { return kThirdWordRows; }
+std::span<const SecondWordKey> secondWordKeys() {
+    return kSecondWordRows;
+}
+std::span<const ThirdWordKey> thirdWordKeys() {
+    return kThirdWordRows;
+}
 
 const SecondWordKey* findSecondWordKey(std::string_view word) {
     static const KeyIndex<SecondWordKey> index{secondWordKeys()};

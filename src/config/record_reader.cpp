@@ -5,7 +5,9 @@ namespace ks {
 namespace {
 constexpr std::size_t kBufferSize = 1 << 16;
 
-bool endsLine(char c) { return c == '\r' || c == '\n'; }
+bool endsLine(char c) {
+    return c == '\r' || c == '\n';
+}
 } // namespace
 
 bool RecordReader::open(const std::string& path) {
@@ -24,7 +26,9 @@ bool RecordReader::fill() {
     return len_ > 0;
 }
 
-bool RecordReader::atEnd() { return !available(); }
+bool RecordReader::atEnd() {
+    return !available();
+}
 
 void RecordReader::skipLineEnd() {
     // At a CR or an LF: a CR takes an LF behind it along.
@@ -49,14 +53,16 @@ void RecordReader::skipToDelimiter() {
 
 bool RecordReader::read(std::string& record) {
     record.clear();
-    while (available() && buffer_[pos_] == ' ') ++pos_;
+    while (available() && buffer_[pos_] == ' ')
+        ++pos_;
     if (!available()) return !failed_;
 
     if (buffer_[pos_] == '"') {
         ++pos_;
         while (available()) {
             const std::size_t start = pos_;
-            while (pos_ < len_ && buffer_[pos_] != '"' && !endsLine(buffer_[pos_])) ++pos_;
+            while (pos_ < len_ && buffer_[pos_] != '"' && !endsLine(buffer_[pos_]))
+                ++pos_;
             record.append(buffer_.data() + start, pos_ - start);
             if (pos_ == len_) continue;
             if (buffer_[pos_] == '"') {
@@ -72,7 +78,8 @@ bool RecordReader::read(std::string& record) {
 
     while (available()) {
         const std::size_t start = pos_;
-        while (pos_ < len_ && buffer_[pos_] != ',' && !endsLine(buffer_[pos_])) ++pos_;
+        while (pos_ < len_ && buffer_[pos_] != ',' && !endsLine(buffer_[pos_]))
+            ++pos_;
         record.append(buffer_.data() + start, pos_ - start);
         if (pos_ == len_) continue;
         if (buffer_[pos_] == ',')

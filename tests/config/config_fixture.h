@@ -41,7 +41,8 @@ struct Launcher {
     std::map<std::string, std::string> snapshot() const {
         std::map<std::string, std::string> all;
         for (const Form* form : {&program.frmMain, &program.Form1, &program.Form2}) {
-            for (const auto& field : form->fields()) all[form->name() + "." + field->name()] = field->text();
+            for (const auto& field : form->fields())
+                all[form->name() + "." + field->name()] = field->text();
             for (const auto& check : form->checkBoxes())
                 all[form->name() + "." + check->name()] = std::to_string(check->state());
         }
@@ -56,7 +57,8 @@ struct Launcher {
     }
     int messagesSaying(const std::string& text) const {
         int n = 0;
-        for (const auto& m : platform.messages) n += m.text == text;
+        for (const auto& m : platform.messages)
+            n += m.text == text;
         return n;
     }
 };

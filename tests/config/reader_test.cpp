@@ -71,7 +71,9 @@ TEST(Reader, EachFileFillsOnlyWhatItsWordsName) {
         {"// set qdir /games/quake2 // Added", {{"frmMain.QDIR", ""}}},
         {"set motd_time " + longValue + "\r\n" + std::string(70000, '/') + "\r\nset timelimit 4",
          {{"frmMain.MOTD_T", longValue}, {"frmMain.FTT1", "4"}}},
-        {"set fraglimit 9\r\n" + marker + "\r\nset timelimit 3", {{"frmMain.FFGL1", "9"}, {"frmMain.FTT1", "3"}}, "",
+        {"set fraglimit 9\r\n" + marker + "\r\nset timelimit 3",
+         {{"frmMain.FFGL1", "9"}, {"frmMain.FTT1", "3"}},
+         "",
          true},
         {"//kestrand" + marker.substr(10) + "\r\n" + marker + " \r\n" + marker + " x\r\n\t" + marker, {}},
     };
@@ -89,7 +91,8 @@ TEST(Reader, EachFileFillsOnlyWhatItsWordsName) {
         if (!c.ruleMessage.empty()) expected.push_back(c.ruleMessage);
         if (!c.ours) expected.push_back(test::kForeignWarning);
         std::vector<std::string> shown;
-        for (const auto& m : launcher.platform.messages) shown.push_back(m.text);
+        for (const auto& m : launcher.platform.messages)
+            shown.push_back(m.text);
         EXPECT_EQ(shown, expected) << c.bytes.substr(0, 80);
     }
 }
@@ -104,10 +107,11 @@ TEST(Reader, CutRecordEndsItsScanInVeryLongRecords) {
 }
 
 TEST(Reader, FlagValuesTurnTheBoxOnUnlessTheyAreNumbersAtOrBelowZero) {
-    for (const char* on : {"1", "0.5", ".5", "+2", "1E2", "1d2", "&H10", "&h7fff", "&O17", "&H10000", "", "1x", "-",
-                           "1E", "\"0\"", "&H", "&HG", "&O8", "1e400", "-1e400", "&H100000000"})
+    for (const char* on : {"1",  "0.5", ".5", "+2",    "1E2", "1d2", "&H10", "&h7fff", "&O17",   "&H10000",    "",
+                           "1x", "-",   "1E", "\"0\"", "&H",  "&HG", "&O8",  "1e400",  "-1e400", "&H100000000"})
         EXPECT_TRUE(FlagValueTurnsOn(on)) << '"' << on << '"';
-    for (const char* off : {"0", "-1", "-0.5", "0.0", "-0", "0E5", "1e-400", "-2D1", "&HFFFF", "&HFFFFFFFF", "&O177777"})
+    for (const char* off :
+         {"0", "-1", "-0.5", "0.0", "-0", "0E5", "1e-400", "-2D1", "&HFFFF", "&HFFFFFFFF", "&O177777"})
         EXPECT_FALSE(FlagValueTurnsOn(off)) << '"' << off << '"';
 }
 
@@ -202,16 +206,20 @@ TEST_F(ConfigTest, AWrittenFileRestoresEveryFieldButTheFiveWithKeysOfTheirOwn) {
     };
     for (const FieldSpec& spec : mainFields())
         if (spec.name != "FFile") main(std::string(spec.name).c_str()).setText(valueFor(spec));
-    for (const FieldSpec& spec : weaponFields()) program.Form2.field(spec.name).setText(valueFor(spec));
-    for (const AmmoField& ammo : startAmmo()) program.Form1.field(ammo.name).setText(std::to_string(++n));
-    for (const auto& box : program.Form1.checkBoxes()) box->setState(1);
+    for (const FieldSpec& spec : weaponFields())
+        program.Form2.field(spec.name).setText(valueFor(spec));
+    for (const AmmoField& ammo : startAmmo())
+        program.Form1.field(ammo.name).setText(std::to_string(++n));
+    for (const auto& box : program.Form1.checkBoxes())
+        box->setState(1);
     const std::string path = dir.file("all.cfg");
     main("FFile").setText(path);
     ASSERT_TRUE(WriteConfig(program).ok);
     const auto written = snapshot();
 
     test::Launcher fresh;
-    for (const auto& box : fresh.program.Form1.checkBoxes()) box->setState(0);
+    for (const auto& box : fresh.program.Form1.checkBoxes())
+        box->setState(0);
     const auto start = fresh.snapshot();
     fresh.open(path);
     EXPECT_TRUE(fresh.platform.messages.empty());

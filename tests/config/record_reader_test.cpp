@@ -12,7 +12,8 @@ std::vector<std::string> recordsOf(const std::string& bytes) {
     RecordReader reader;
     EXPECT_TRUE(reader.open(dir.file("in.cfg")));
     std::vector<std::string> records(1);
-    while (!reader.atEnd() && reader.read(records.back())) records.emplace_back();
+    while (!reader.atEnd() && reader.read(records.back()))
+        records.emplace_back();
     EXPECT_FALSE(reader.failed());
     records.pop_back();
     return records;
@@ -29,7 +30,8 @@ TEST(RecordReader, CutsRecordsAtCommasAndEveryKindOfLineEnd) {
         {"set n \"a,b\"\r\n", {"set n \"a", "b\""}},
         {"\"a, b\" dropped, kept\r\n\"open\r\n  \"x\"", {"a, b", "kept", "open", "x"}},
     };
-    for (const auto& [bytes, records] : cases) EXPECT_EQ(recordsOf(bytes), records) << bytes;
+    for (const auto& [bytes, records] : cases)
+        EXPECT_EQ(recordsOf(bytes), records) << bytes;
 
     std::string everyByte;
     for (int b = 1; b < 256; ++b)
