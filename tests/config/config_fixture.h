@@ -16,10 +16,10 @@ namespace ks::test {
 // A launcher as it stands after start-up, with a scripted platform and a directory for its files.
 struct Launcher {
     FakePlatform platform;
-    Program program{platform, PathStyle::Linux};
+    Program program;
     TempDir dir;
 
-    Launcher() {
+    explicit Launcher(PathStyle style = PathStyle::Linux) : program(platform, style) {
         ConnectHandlers(program);
         LoadMainForm(program);
     }

@@ -67,8 +67,8 @@ TEST(Reader, EachFileFillsOnlyWhatItsWordsName) {
         {"// set item_quad", {{"Form1.Check16", "1"}, {"Form1.WIB8", "64"}, {"Form1.WIBT", "64"}}},
         {"// set IP 10.1.2.3 // Added", {{"frmMain.ipCheck", "0"}, {"frmMain.IP", "10.1.2.3"}}},
         {"set deathmatch 5\r\nset fraglimit 7", {{"frmMain.FDM", ""}, {"frmMain.FFGL1", "7"}}, "Must be 0 or 1"},
-        // The slash of a path from the root ends the scan before the value.
-        {"// set qdir /games/quake2 // Added", {{"frmMain.QDIR", ""}}},
+        // A slash behind the second position ends the scan, so the value is never cut.
+        {"// set qdir C:/Quake2 // Added", {{"frmMain.QDIR", ""}}},
         {"set motd_time " + longValue + "\r\n" + std::string(70000, '/') + "\r\nset timelimit 4",
          {{"frmMain.MOTD_T", longValue}, {"frmMain.FTT1", "4"}}},
         {"set fraglimit 9\r\n" + marker + "\r\nset timelimit 3",
@@ -77,8 +77,9 @@ TEST(Reader, EachFileFillsOnlyWhatItsWordsName) {
          true},
         {"//kestrand" + marker.substr(10) + "\r\n" + marker + " \r\n" + marker + " x\r\n\t" + marker, {}},
     };
+    // Windows paths hold no slashes, so there a slash in a value ends the line's reading.
     for (const Case& c : cases) {
-        test::Launcher launcher;
+        test::Launcher launcher(PathStyle::Windows);
         const std::string path = launcher.file(c.bytes);
         const auto before = launcher.snapshot();
         launcher.open(path);
