@@ -1,6 +1,7 @@
 #include "frame/startup.h"
 
 #include "frame/program.h"
+#include "server/selection.h"
 
 namespace ks {
 
@@ -8,14 +9,20 @@ void ConnectHandlers(Program& program) {
     // The tab change of either tab control plays its cue.
     program.frmMain.tabs().onChange([&program] { program.PlayCue("tab.wav"); });
     program.Form1.tabs().onChange([&program] { program.PlayCue("tab.wav"); });
+    ConnectServer(program);
 }
 
-void LoadMainForm(Program& program) { program.frmMain.check("ipCheck").setState(1); }
+void LoadMainForm(Program& program) {
+    program.frmMain.check("ipCheck").setState(1);
+    FindKestrandDirectory(program);
+}
 
 } // namespace ks
 
 namespace ks {
 
-void Exit_Animation(Program& program) { program.platform.quit(); }
+void Exit_Animation(Program& program) {
+    program.platform.quit();
+}
 
 } // namespace ks
