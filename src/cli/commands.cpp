@@ -1,6 +1,7 @@
 #include "cli/commands.h"
 
 #include "cli/console_platform.h"
+#include "config/reader.h"
 #include "config/writer.h"
 #include "frame/program.h"
 #include "frame/startup.h"
@@ -8,6 +9,7 @@
 #include <ostream>
 #include <span>
 #include <string_view>
+#include <vector>
 
 namespace ks::cli {
 
@@ -52,10 +54,40 @@ int runNew(Args args, std::ostream&, std::ostream& err) {
     return writeTo(fresh.program, args[0], err);
 }
 
+int runConvert(Args args, std::ostream&, std::ostream& err) {
+    std::vector<std::string> inputs;
+    std::string output;
+    bool haveOutput = false;
+    for (std::size_t i = 0; i < args.size(); ++i) {
+        if (args[i] == "-o") {
+            if (haveOutput || i + 1 == args.size()) {
+                err << "kscfg: convert needs exactly one -o OUT (try kscfg --help)\n";
+                return 2;
+            }
+            output = args[++i];
+            haveOutput = true;
+        } else {
+            inputs.push_back(args[i]);
+        }
+    }
+    if (inputs.empty() || !haveOutput) {
+        err << "kscfg: convert needs at least one IN and -o OUT (try kscfg --help)\n";
+        return 2;
+    }
+    // Each file is read over what the ones before it left, as repeated Opens in the launcher would.
+    FreshProgram fresh(err);
+    for (const std::string& input : inputs)
+        if (!OpenConfigFile(fresh.program, input)) return 1;
+    return writeTo(fresh.program, output, err);
+}
+
 int runHelp(Args, std::ostream& out, std::ostream&);
 
 constexpr Command kCommands[] = {
     {"new", "new FILE", "write the configuration of a freshly started launcher to FILE", runNew},
+    {"convert", "convert IN... -o OUT",
+     "read each IN in turn over the defaults, as the launcher's Open does, and write OUT in the launcher's layout",
+     runConvert},
     {"--help", "--help", "show this help", runHelp},
 };
 

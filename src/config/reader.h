@@ -1,0 +1,58 @@
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace ks {
+
+class Program;
+
+// The line that opens the launcher's own section of a file. A record equal to it marks a file as one the
+// launcher wrote.
+inline constexpr std::string_view kMarkerLine = "//Kestrand Launcher AUTO CONFIG SECTION - DO NOT Modify";
+
+// One record cut into at most four words. The views point into the text the record was scanned from.
+struct RecordWords {
+    std::array<std::string_view, 4> words; // blanks at their ends removed
+    std::optional<std::string_view> startMap; // the second word of a "map" record, as cut, blanks and all
+    bool marker = false;                       // the record is the marker line
+};
+
+// Scans and cuts one record. `rec` is the record with one blank appended.
+//
+// The scan walks the positions 1 to length + 1 (the last reads as no character). Each of the first four
+// blanks marks a word end. A double quote makes the rest of the record one word and ends the scan. A slash
+// behind the second position ends it as well, so the "//" of a comment passes but no later slash does; in a
+// record of 10,000 characters or more the scan goes on at position 10,000 after such a slash, and a slash
+// reached there ends it for good. Words are cut only when two word ends were found. Two blanks in a row give
+// an empty word.
+RecordWords CutRecord(std::string_view rec);
+
+// Applies the words of one record to the fields: "map" sets the start map, "hostname" the host name, and
+// the second and third words are looked up in the reader's key tables.
+void DispatchRecord(Program& program, const RecordWords& words);
+
+// Whether a flag line's value turns its check box on: a number above 0, or a word that is no number at all.
+// A number is the whole word: an optional sign, digits with an optional point, an optional exponent (E or D,
+// optional sign, digits), or an &H or &O literal. An empty word, "1x" or a number too large for a double is
+// no number.
+bool FlagValueTurnsOn(std::string_view value);
+
+// Goes through the file at `path` and puts what it recognises into the fields. Gives false when the file
+// could not be read up to its first record; otherwise `markerFound` tells whether the marker line was seen.
+// A read that fails later ends the input quietly.
+struct ReadResult {
+    bool read = false;
+    bool markerFound = false;
+};
+ReadResult ReadConfig(Program& program, const std::string& path);
+
+// The Open command behind its dialog: FFile takes the path, the file is read, the first tab comes up and
+// the warning for a file the launcher did not write follows. A file that cannot be read says so, and FFile
+// goes back to "NONE" on yellow. Gives false in that case.
+bool OpenConfigFile(Program& program, const std::string& path);
+
+} // namespace ks

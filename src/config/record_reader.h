@@ -1,0 +1,48 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdio>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace ks {
+
+// Reads a configuration file as a row of records, byte for byte.
+//
+// A record ends at a comma or at a line end; neither belongs to it. A line ends at CR LF, at a lone LF or at
+// a lone CR, so files from any system read alike, and an empty line gives an empty record. Blanks ahead of a
+// record are skipped (a tab is an ordinary character); blanks behind its last character stay. A record that
+// begins with a double quote runs to the next double quote or to the end of its line, whichever comes
+// first; both quotes go, a comma between them belongs to the record, and whatever stands behind the closing
+// quote up to the next comma or line end is dropped. Every other byte reaches the record unchanged, and a
+// record may be of any length.
+class RecordReader {
+public:
+    // Opens the file; false when it cannot be opened.
+    bool open(const std::string& path);
+    // No byte is left to read. A read that fails also ends the input; failed() tells the two apart.
+    bool atEnd();
+    // Reads the next record; false when the input failed on the way.
+    bool read(std::string& record);
+    bool failed() const { return failed_; }
+
+private:
+    struct Closer {
+        void operator()(std::FILE* file) const { std::fclose(file); }
+    };
+
+    // Refills the buffer; false at the end of the file or on a failure.
+    bool fill();
+    bool available() { return pos_ < len_ || fill(); }
+    void skipLineEnd();
+    void skipToDelimiter();
+
+    std::unique_ptr<std::FILE, Closer> file_;
+    std::vector<char> buffer_;
+    std::size_t pos_ = 0;
+    std::size_t len_ = 0;
+    bool failed_ = false;
+};
+
+} // namespace ks
