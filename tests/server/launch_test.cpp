@@ -90,3 +90,23 @@ TEST(Run, AFailingDirectoryChangeOrStartIsToldAndTheLauncherGoesOn) {
     EXPECT_EQ(l.platform.processes.size(), 2u);
     EXPECT_EQ(l.platform.messages.size(), 2u);
 }
+
+TEST(Run, AfterANoToReplaceTheFileOnDiskStartsUnchanged) {
+    test::TempDir dir;
+    Launcher l(PathStyle::Linux);
+    const std::string file = dir.file("server.cfg");
+    test::writeBytes(file, "exec mine.cfg\r\n");
+    l.platform.plainFiles = {file};
+    l.platform.messageAnswers = {MessageAnswer::No};
+    l.field("FFile").setText(file);
+    l.field("QDIR").setText("/srv/q2");
+    l.field("FGD").setText("kestrand");
+
+    runquake2_Click(l.program);
+    ASSERT_EQ(l.platform.messages.size(), 1u);
+    EXPECT_EQ(l.platform.messages[0].text, "Replace File ?");
+    EXPECT_EQ(test::readBytes(file), "exec mine.cfg\r\n");
+    EXPECT_EQ(l.platform.processes,
+              (std::vector<std::string>{
+                  "/srv/q2/quake2 +set game kestrand +set dedicated 1 +set port 27910 +exec server.cfg"}));
+}
