@@ -1,24 +1,13 @@
 #include "frame/menu.h"
 #include "frame/program.h"
 #include "frame/startup.h"
+#include "server/launcher.h"
 #include "server/server_commands.h"
-#include "support/fake_platform.h"
 
 #include <gtest/gtest.h>
 
 using namespace ks;
-
-namespace {
-
-struct Launcher {
-    explicit Launcher(PathStyle style) : program(platform, style) { ConnectHandlers(program); }
-    test::FakePlatform platform;
-    Program program;
-
-    Field& field(const char* name) { return program.frmMain.field(name); }
-};
-
-} // namespace
+using test::Launcher;
 
 TEST(CompanionFiles, WithoutAConfigurationFileTheOperatorIsToldAndSentToTheFirstTab) {
     Launcher l(PathStyle::Windows);

@@ -2,32 +2,14 @@
 #include "frame/program.h"
 #include "frame/startup.h"
 #include "server/launch.h"
+#include "server/launcher.h"
 #include "server/server_commands.h"
-#include "support/fake_platform.h"
 #include "support/temp_dir.h"
 
 #include <gtest/gtest.h>
 
 using namespace ks;
-
-namespace {
-
-struct Launcher {
-    explicit Launcher(PathStyle style) : program(platform, style) { ConnectHandlers(program); }
-    test::FakePlatform platform;
-    Program program;
-
-    Field& field(const char* name) { return program.frmMain.field(name); }
-    // The calls that reach outside the launcher, in order.
-    std::vector<std::string> effects() const {
-        std::vector<std::string> out;
-        for (const std::string& call : platform.calls)
-            if (call.starts_with("changeDirectory ") || call.starts_with("startProcess ")) out.push_back(call);
-        return out;
-    }
-};
-
-} // namespace
+using test::Launcher;
 
 TEST(Run, WithoutAConfigurationFileNothingStartsAndTheFirstTabComesUp) {
     for (const char* file : {"NONE", ""}) {

@@ -1,7 +1,5 @@
 #include "config/reader.h"
-#include "frame/program.h"
-#include "frame/startup.h"
-#include "support/fake_platform.h"
+#include "server/launcher.h"
 #include "support/temp_dir.h"
 
 #include <gtest/gtest.h>
@@ -10,10 +8,8 @@ using namespace ks;
 
 namespace {
 
-struct Opened {
-    explicit Opened(PathStyle style) : program(platform, style) { ConnectHandlers(program); }
-    test::FakePlatform platform;
-    Program program;
+struct Opened : test::Launcher {
+    using Launcher::Launcher;
     test::TempDir dir;
 
     // Opens a file of the given lines.
@@ -22,7 +18,6 @@ struct Opened {
         test::writeBytes(path, lines);
         ASSERT_TRUE(OpenConfigFile(program, path));
     }
-    std::string text(const char* name) { return program.frmMain.field(name).text(); }
 };
 
 // The two lines of a written file that name the directories.
@@ -41,8 +36,8 @@ TEST(OpenMovesSelectors, AnExistingDirectoryTakesBothSelectorsThere) {
     w.open(directoryLines("D:\\GAMES\\Q2", "Kestrand"));
     EXPECT_EQ(w.program.Drive2.text(), "D:");
     EXPECT_EQ(w.program.Dir2.text(), "D:\\GAMES\\Q2\\Kestrand");
-    EXPECT_EQ(w.text("QDIR"), "D:\\GAMES\\Q2");
-    EXPECT_EQ(w.text("FGD"), "Kestrand");
+    EXPECT_EQ(w.qdir(), "D:\\GAMES\\Q2");
+    EXPECT_EQ(w.gameDir(), "Kestrand");
     EXPECT_EQ(w.program.frmMain.field("QDIR").backColour(), kWhite);
 
     Opened l(PathStyle::Linux);
@@ -51,8 +46,8 @@ TEST(OpenMovesSelectors, AnExistingDirectoryTakesBothSelectorsThere) {
     l.open(directoryLines("/srv/q2", "kestrand"));
     EXPECT_EQ(l.program.Drive2.text(), "/");
     EXPECT_EQ(l.program.Dir2.text(), "/srv/q2/kestrand");
-    EXPECT_EQ(l.text("QDIR"), "/srv/q2");
-    EXPECT_EQ(l.text("FGD"), "kestrand");
+    EXPECT_EQ(l.qdir(), "/srv/q2");
+    EXPECT_EQ(l.gameDir(), "kestrand");
 }
 
 TEST(OpenMovesSelectors, ValuesNamingNoDirectoryStayInTheFieldsAndTheSelectorStaysOnTheDrive) {
@@ -61,14 +56,14 @@ TEST(OpenMovesSelectors, ValuesNamingNoDirectoryStayInTheFieldsAndTheSelectorSta
     l.platform.directories = {"/", "/home/op"};
     l.open(directoryLines("/nowhere/q2", "kestrand"));
     EXPECT_EQ(l.program.Dir2.text(), "/home/op");
-    EXPECT_EQ(l.text("QDIR"), "/nowhere/q2");
-    EXPECT_EQ(l.text("FGD"), "kestrand");
+    EXPECT_EQ(l.qdir(), "/nowhere/q2");
+    EXPECT_EQ(l.gameDir(), "kestrand");
 
     // "NONE" is read as it stands and keeps the yellow.
     Opened n(PathStyle::Windows);
     n.open(directoryLines("NONE", "NONE"));
-    EXPECT_EQ(n.text("QDIR"), "NONE");
-    EXPECT_EQ(n.text("FGD"), "NONE");
+    EXPECT_EQ(n.qdir(), "NONE");
+    EXPECT_EQ(n.gameDir(), "NONE");
     EXPECT_EQ(n.program.frmMain.field("QDIR").backColour(), kPaleYellow);
     EXPECT_EQ(n.program.frmMain.field("FGD").backColour(), kPaleYellow);
 }

@@ -75,16 +75,6 @@ TEST(CompanionTarget, LiesInTheCfgFolderBesideTheConfigurationFile) {
     EXPECT_EQ(CompanionTarget(PathStyle::Windows, "C:\\QUAKE2\\KESTRAND\\server.cfg", "motd.txt"),
               "C:\\QUAKE2\\KESTRAND\\cfg\\motd.txt");
     EXPECT_EQ(CompanionTarget(PathStyle::Windows, "server.cfg", "motd.txt"), "cfg\\motd.txt");
-    EXPECT_EQ(CompanionTarget(PathStyle::Windows, "C:\\My Games\\k.cfg", "maps_dm.txt"),
-              "C:\\My Games\\cfg\\maps_dm.txt");
     EXPECT_EQ(CompanionTarget(PathStyle::Linux, "/srv/q2/kestrand/server.cfg", "motd.txt"),
               "/srv/q2/kestrand/cfg/motd.txt");
-    EXPECT_EQ(CompanionTarget(PathStyle::Linux, "server.cfg", "user_o.txt"), "cfg/user_o.txt");
-}
-
-TEST(Unset, EmptyAndNoneOnly) {
-    EXPECT_TRUE(IsUnset(""));
-    EXPECT_TRUE(IsUnset("NONE"));
-    EXPECT_FALSE(IsUnset("none"));
-    EXPECT_FALSE(IsUnset(" NONE"));
 }

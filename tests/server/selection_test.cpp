@@ -1,30 +1,17 @@
 #include "frame/program.h"
 #include "frame/selectors.h"
 #include "frame/startup.h"
+#include "server/launcher.h"
 #include "server/selection.h"
-#include "support/fake_platform.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
 
 using namespace ks;
+using test::Launcher;
 
 namespace {
-
-// A connected program on the fake platform, before the load step.
-struct Launcher {
-    explicit Launcher(PathStyle style) : program(platform, style) { ConnectHandlers(program); }
-    test::FakePlatform platform;
-    Program program;
-
-    Field& field(const char* name) { return program.frmMain.field(name); }
-    std::string qdir() { return field("QDIR").text(); }
-    std::string gameDir() { return field("FGD").text(); }
-    bool called(const std::string& call) const {
-        return std::find(platform.calls.begin(), platform.calls.end(), call) != platform.calls.end();
-    }
-};
 
 constexpr char kNoDirectoryText[] =
     "You do not have a Kestrand directory,\rinsure you point the right Kestrand directory";
