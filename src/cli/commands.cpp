@@ -5,6 +5,7 @@
 #include "config/writer.h"
 #include "frame/program.h"
 #include "frame/startup.h"
+#include "server/launch.h"
 
 #include <ostream>
 #include <span>
@@ -27,7 +28,8 @@ struct Command {
 // A program as the launcher has it at start, without the search for the mod's directory: every field at
 // its default, IP empty.
 struct FreshProgram {
-    explicit FreshProgram(std::ostream& err) : platform(err), program(platform) {
+    explicit FreshProgram(std::ostream& err, PathStyle style = nativePathStyle())
+        : platform(err), program(platform, style) {
         ConnectHandlers(program);
         program.frmMain.check("ipCheck").setState(1);
     }
@@ -81,6 +83,52 @@ int runConvert(Args args, std::ostream&, std::ostream& err) {
     return writeTo(fresh.program, output, err);
 }
 
+// The configuration file and the path style of "command" and "launch"; false after telling what is wrong.
+bool launchArguments(std::string_view command, Args args, bool styleAllowed, std::string& file, PathStyle& style,
+                     std::ostream& err) {
+    bool haveFile = false;
+    for (std::size_t i = 0; i < args.size(); ++i) {
+        if (styleAllowed && args[i] == "--style" && i + 1 < args.size() &&
+            (args[i + 1] == "windows" || args[i + 1] == "linux")) {
+            style = args[++i] == "windows" ? PathStyle::Windows : PathStyle::Linux;
+        } else if (!haveFile && !args[i].starts_with("--")) {
+            file = args[i];
+            haveFile = true;
+        } else {
+            err << "kscfg: " << command << " needs exactly one CFG"
+                << (styleAllowed ? " and at most one --style windows|linux" : "") << " (try kscfg --help)\n";
+            return false;
+        }
+    }
+    if (!haveFile) err << "kscfg: " << command << " needs exactly one CFG (try kscfg --help)\n";
+    return haveFile;
+}
+
+int runCommandLine(Args args, std::ostream& out, std::ostream& err) {
+    std::string file;
+    PathStyle style = nativePathStyle();
+    if (!launchArguments("command", args, true, file, style, err)) return 2;
+    FreshProgram fresh(err, style);
+    if (!OpenConfigFile(fresh.program, file)) return 1;
+    out << ServerCommandLine(fresh.program) << '\n';
+    return 0;
+}
+
+int runLaunch(Args args, std::ostream& out, std::ostream& err) {
+    std::string file;
+    PathStyle style = nativePathStyle();
+    if (!launchArguments("launch", args, false, file, style, err)) return 2;
+    FreshProgram fresh(err);
+    if (!OpenConfigFile(fresh.program, file)) return 1;
+    const LaunchResult result = StartServer(fresh.program);
+    out << result.commandLine << std::endl;
+    if (result.step != LaunchStep::Started) {
+        err << "kscfg: " << DescribeLaunchFailure(result) << '\n';
+        return 1;
+    }
+    return 0;
+}
+
 int runHelp(Args, std::ostream& out, std::ostream&);
 
 constexpr Command kCommands[] = {
@@ -88,6 +136,10 @@ constexpr Command kCommands[] = {
     {"convert", "convert IN... -o OUT",
      "read each IN in turn over the defaults, as the launcher's Open does, and write OUT in the launcher's layout",
      runConvert},
+    {"command", "command CFG [--style windows|linux]",
+     "print the command line with which Run would start the server for CFG, read as Open reads it", runCommandLine},
+    {"launch", "launch CFG",
+     "read CFG as Open does, start the server from its Quake II directory and print the command line", runLaunch},
     {"--help", "--help", "show this help", runHelp},
 };
 

@@ -167,7 +167,7 @@ void applyThirdWord(Program& program, const ThirdWordKey& row, std::string_view 
 
 } // namespace
 
-RecordWords CutRecord(std::string_view rec) {
+RecordWords CutRecord(std::string_view rec, PathStyle style) {
     RecordWords result;
     result.marker = rec.size() == kMarkerLine.size() + 1 && rec.starts_with(kMarkerLine) && rec.back() == ' ';
 
@@ -183,7 +183,7 @@ RecordWords CutRecord(std::string_view rec) {
             if (cutCount != 4) cut[cutCount] = recEnd + 1;
             break;
         }
-        if (c == '/' && i > 2) {
+        if (c == '/' && i > 2 && (style == PathStyle::Windows || (i < rec.size() && rec[i] == '/'))) {
             if (i >= kSlashResume) break;
             i = kSlashResume - 1;
         }
@@ -246,7 +246,7 @@ ReadResult ReadConfig(Program& program, const std::string& path) {
         }
         first = false;
         rec.push_back(' ');
-        const RecordWords words = CutRecord(rec);
+        const RecordWords words = CutRecord(rec, program.pathStyle);
         if (words.marker) result.markerFound = true;
         DispatchRecord(program, words);
     }

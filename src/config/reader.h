@@ -1,5 +1,7 @@
 #pragma once
 
+#include "frame/path_style.h"
+
 #include <array>
 #include <cstddef>
 #include <optional>
@@ -29,7 +31,9 @@ struct RecordWords {
 // record of 10,000 characters or more the scan goes on at position 10,000 after such a slash, and a slash
 // reached there ends it for good. Words are cut only when two word ends were found. Two blanks in a row give
 // an empty word.
-RecordWords CutRecord(std::string_view rec);
+// Linux paths are written with slashes, so in the Linux style only a "//" ends the scan; a single slash is
+// part of the word.
+RecordWords CutRecord(std::string_view rec, PathStyle style = PathStyle::Windows);
 
 // Applies the words of one record to the fields: "map" sets the start map, "hostname" the host name, and
 // the second and third words are looked up in the reader's key tables.

@@ -16,6 +16,9 @@ struct RulesTest : ::testing::Test {
     RulesTest() {
         ks::ConnectHandlers(program);
         ks::LoadMainForm(program);
+        // Forget the start-up search and its message: the tests look at what came after.
+        platform.calls.clear();
+        platform.messages.clear();
     }
     ks::Field& main(std::string_view name) { return program.frmMain.field(name); }
     ks::Field& flags(std::string_view name) { return program.Form1.field(name); }

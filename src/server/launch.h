@@ -1,0 +1,34 @@
+#pragma once
+
+#include <string>
+
+namespace ks {
+
+class Program;
+
+// How far a start of the server came.
+enum class LaunchStep {
+    NoConfigFile,    // FFile is empty or "NONE": nothing was done
+    DirectoryChange, // the change to QDIR failed: nothing was started
+    Start,           // the platform could not start the program
+    Started,
+};
+
+struct LaunchResult {
+    LaunchStep step = LaunchStep::NoConfigFile;
+    std::string commandLine; // empty when no configuration file is in hand
+    std::string directory;   // QDIR, where the server runs
+    std::string program;     // the game program the command line starts
+    std::string error;       // the platform's reason for a failure
+};
+
+// The command line that starts the server for the fields as they stand.
+std::string ServerCommandLine(const Program& program);
+
+// Changes to QDIR and starts the server from the command line without waiting. Shows nothing.
+LaunchResult StartServer(Program& program);
+
+// One line for the operator about a failed start, naming the directory or program and the reason.
+std::string DescribeLaunchFailure(const LaunchResult& result);
+
+} // namespace ks
