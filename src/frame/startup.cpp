@@ -1,6 +1,7 @@
 #include "frame/startup.h"
 
 #include "frame/program.h"
+#include "rules/rules.h"
 
 namespace ks {
 
@@ -8,6 +9,7 @@ void ConnectHandlers(Program& program) {
     // The tab change of either tab control plays its cue.
     program.frmMain.tabs().onChange([&program] { program.PlayCue("tab.wav"); });
     program.Form1.tabs().onChange([&program] { program.PlayCue("tab.wav"); });
+    ConnectRules(program);
 }
 
 void LoadMainForm(Program& program) { program.frmMain.check("ipCheck").setState(1); }

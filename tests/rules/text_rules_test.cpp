@@ -1,0 +1,109 @@
+#include "frame/catalogue.h"
+#include "frame/colour.h"
+#include "rules/text_rules.h"
+#include "rules_fixture.h"
+
+using namespace ks;
+
+namespace {
+
+struct Quoting {
+    std::string before, value, inlined; // the text, after QuoteValue, after QuoteInline
+};
+
+// clang-format off
+const Quoting kQuotings[] = {
+    {"", R"("")", R"(")"},          {"   ", R"("")", R"("   ")"},        {"host", R"("host")", R"("host")"},
+    {R"("a")", R"("a")", R"("a")"}, {R"("a"  )", R"("a")", R"("a"  ")"}, {R"("a)", R"("a")", R"("a")"},
+    {R"(a")", R"("a")", R"("a")"},  {R"(")", R"(")", R"(")"},             {" a b ", R"(" a b")", R"(" a b ")"},
+    {R"(a"b)", R"("a"b")", R"("a"b")"}, {"a\t", "\"a\t\"", "\"a\t\""},
+};
+// clang-format on
+
+struct Address {
+    std::string text;
+    bool valid, message;
+};
+
+// clang-format off
+const Address kAddresses[] = {
+    {"192.168.0.1", true, false}, {"  10.0.0.12  ", true, false}, {"1.2.3.45", true, false},
+    {"255.255.255.255", true, false}, {"001.002.003.0255", true, false}, {"0000000000.1.2.3", true, false},
+    {"1..22.33", true, false}, {".11.2.33", true, false}, {"...00123", true, false}, // empty octets
+    {"1.2.3.4", false, true}, {"", false, true}, {"       ", false, true}, {"1.2.3.4.", false, true},
+    {"1.2.3.45.", false, true}, {"255.255.255.256", false, false}, {"1.2.3.x4", false, false},
+    {"1.2.3.-4", false, false}, {"1.2. 3.4", false, false}, {"1.2.3.4.5", false, false},
+    {"1.2.34567", false, false}, {"12345678", false, false}, {"....1234", false, false}, {"x.2.3.4.", false, false},
+};
+// clang-format on
+
+} // namespace
+
+TEST(Quoting, ValueTrimsBlanksAndQuotesWhileInlineOnlyQuotes) {
+    for (const Quoting& row : kQuotings) {
+        std::string value = row.before, inlined = row.before;
+        QuoteValue(value);
+        QuoteInline(inlined);
+        EXPECT_EQ(value, row.value) << '[' << row.before << ']';
+        EXPECT_EQ(inlined, row.inlined) << '[' << row.before << ']';
+        QuoteValue(value);
+        EXPECT_EQ(value, row.value) << "twice: [" << row.before << ']';
+    }
+}
+
+TEST_F(RulesTest, LeavingAQuotedTextFieldQuotesItButTextSetByCodeStays) {
+    for (const FieldSpec& spec : mainFields()) {
+        main(spec.name).setText(" x ");
+        EXPECT_EQ(main(spec.name).text(), " x ") << spec.name;
+        main(spec.name).validate();
+        const bool inlined = spec.name == "FTM1" || spec.name == "FTM2";
+        const char* expected = spec.kind != ValueKind::QuotedText ? " x " : inlined ? R"(" x ")" : R"(" x")";
+        EXPECT_EQ(main(spec.name).text(), expected) << spec.name;
+    }
+    main("FTM1").setText("");
+    main("FTM1").validate();
+    EXPECT_EQ(main("FTM1").text(), R"(")");
+    EXPECT_EQ(program.state.QuoteBuffer, R"(")");
+}
+
+TEST_F(RulesTest, UseDefaultGreysAndEmptiesTheAddressAndGivesItBack) {
+    Field& IP = main("IP");
+    CheckBox& ipCheck = program.frmMain.check("ipCheck");
+    auto look = [&] { return std::tuple{IP.text(), IP.enabled(), IP.backColour(), program.state.SavedIP}; };
+    EXPECT_EQ(look(), std::tuple("", false, kDisabledGrey, "")) << "at the start";
+    ipCheck.setState(0);
+    EXPECT_EQ(look(), std::tuple("", true, kWhite, ""));
+    IP.setText("10.0.0.5");
+    ipCheck.setState(1);
+    EXPECT_EQ(look(), std::tuple("", false, kDisabledGrey, "10.0.0.5"));
+    ipCheck.setState(0);
+    EXPECT_EQ(look(), std::tuple("10.0.0.5", true, kWhite, "10.0.0.5"));
+}
+
+TEST_F(RulesTest, AddressTestTrimsTheCallersTextAndSpeaksOnlyOnItsTwoMessagePaths) {
+    for (const Address& row : kAddresses) {
+        platform.messages.clear();
+        std::string IP = row.text;
+        EXPECT_EQ(Valid_IP(program, IP), row.valid) << '[' << row.text << ']';
+        ASSERT_EQ(platform.messages.size(), row.message ? 1u : 0u) << '[' << row.text << ']';
+        if (!row.message) continue;
+        EXPECT_EQ(platform.messages[0].title, "IP Validator");
+        EXPECT_EQ(platform.messages[0].text, IP + " is Invalid");
+        EXPECT_EQ(platform.messages[0].icon, MessageIcon::None);
+    }
+    std::string padded = "  1.2.3.4  ";
+    Valid_IP(program, padded);
+    EXPECT_EQ(padded, "1.2.3.4");
+}
+
+TEST_F(RulesTest, LeavingTheAddressFieldTestsACopyAndChangesNothing) {
+    program.frmMain.check("ipCheck").setState(0);
+    for (const char* text : {"", " 1.2.3.4 ", "1.2.3.x4"}) {
+        main("IP").setText(text);
+        main("IP").validate();
+        EXPECT_EQ(main("IP").text(), text);
+    }
+    ASSERT_EQ(platform.messages.size(), 2u);
+    EXPECT_EQ(platform.messages[0].text, " is Invalid");
+    EXPECT_EQ(platform.messages[1].text, "1.2.3.4 is Invalid");
+}
