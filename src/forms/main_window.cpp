@@ -48,7 +48,7 @@ protected:
 constexpr ColumnPlan kMainPlans[] = {
     {{"QDIR"}, {166, 240, 0}, 3},
     {{"FP1", "Hook Settings"}, {172, 182, 0}, 3},
-    {{}, {330}, 1},
+    {{"Team 2"}, {272, 0}, 2},
     {{"Other Settings", "Weapon/Item Respawn Times"}, {160, 200, 0}, 3},
 };
 
