@@ -27,10 +27,9 @@ DriveView::~DriveView() { program_.Drive2.removeView(view_); }
 
 void DriveView::refresh() {
     const QString drive = toQt(program_.Drive2.text());
-    if (drive.isEmpty()) return;
-    int index = findText(drive);
+    int index = drive.isEmpty() ? -1 : findText(drive);
     const QSignalBlocker blocker(this);
-    if (index < 0) {
+    if (index < 0 && !drive.isEmpty()) {
         addItem(drive);
         index = count() - 1;
     }

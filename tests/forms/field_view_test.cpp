@@ -3,8 +3,12 @@
 #include "config/writer.h"
 #include "forms/qt_platform.h"
 #include "forms/row_tabs.h"
+#include "forms/selector_views.h"
+#include "frame/selectors.h"
 #include "forms/views.h"
 
+#include <QDir>
+#include <QFileSystemModel>
 #include <QLineEdit>
 
 using namespace ks;
@@ -127,6 +131,42 @@ private slots:
     }
 };
 
+class SelectorViewTest : public QObject {
+    Q_OBJECT
+private slots:
+    void theDriveListShowsTheCoreAndANotReadyDriveLeavesItWhereItWas() {
+        Launcher launcher;
+        launcher.platform.driveList = {"/", "/mnt/cdrom"};
+        launcher.platform.notReadyDrives = {"/mnt/cdrom"};
+        DriveView drives(launcher.program);
+        QCOMPARE(drives.count(), 2);
+        QVERIFY(SelectDrive(launcher.program, "/"));
+        QCOMPARE(drives.currentText(), QStringLiteral("/"));
+        // The operator picks the drive that is not ready: the core refuses, the list goes back.
+        drives.setCurrentIndex(1);
+        emit drives.activated(1);
+        QCOMPARE(launcher.program.Drive2.text(), std::string("/"));
+        QCOMPARE(drives.currentText(), QStringLiteral("/"));
+    }
+
+    void theTreeMarksTheCoreDirectoryAndRefusesOneThatIsGone() {
+        Launcher launcher;
+        const QString here = QDir::tempPath();
+        launcher.platform.directories = {fromQt(here)};
+        DirectoryView tree(launcher.program);
+        QVERIFY(SelectDirectory(launcher.program, fromQt(here)));
+        auto* model = qobject_cast<QFileSystemModel*>(tree.model());
+        QCOMPARE(model->filePath(tree.currentIndex()), here);
+        // A directory the platform does not find leaves the selection on the core's directory.
+        const QModelIndex other = model->index(QDir::rootPath());
+        tree.setCurrentIndex(other);
+        emit tree.activated(other);
+        QCOMPARE(launcher.program.Dir2.text(), fromQt(here));
+        QCOMPARE(model->filePath(tree.currentIndex()), here);
+    }
+};
+
+static RegisterTest<SelectorViewTest> registerSelectorViewTest;
 static RegisterTest<FieldViewTest> registerFieldViewTest;
 static RegisterTest<SoundCueTest> registerSoundCueTest;
 
