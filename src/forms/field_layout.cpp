@@ -43,9 +43,9 @@ QGridLayout* newGrid(QWidget* owner) {
 
 class PageBuilder {
 public:
-    PageBuilder(QWidget* page, Form& form, std::span<const FieldSpec> specs, int tab, const ColumnPlan& plan,
+    PageBuilder(QWidget* page, Form& form, std::span<const FieldSpec> rows, int tab, const ColumnPlan& plan,
                 const PageExtras& extras)
-        : page_(page), form_(form), specs_(specs), tab_(tab), plan_(plan), extras_(extras) {}
+        : page_(page), form_(form), rows_(rows), tab_(tab), plan_(plan), extras_(extras) {}
 
     std::vector<QVBoxLayout*> build() {
         auto* row = new QHBoxLayout(page_);
@@ -54,18 +54,18 @@ public:
         row_ = row;
         newColumn();
         std::vector<std::string_view> doneGroups;
-        for (std::size_t i = 0; i < specs_.size(); ++i) {
-            const FieldSpec& spec = specs_[i];
-            if (!onPage(spec)) continue;
-            if (!spec.group.empty()) {
-                if (std::find(doneGroups.begin(), doneGroups.end(), spec.group) != doneGroups.end()) continue;
-                doneGroups.push_back(spec.group);
-                if (isBreak(spec.group)) newColumn();
-                addGroup(spec.group);
+        for (std::size_t i = 0; i < rows_.size(); ++i) {
+            const FieldSpec& entry = rows_[i];
+            if (!onPage(entry)) continue;
+            if (!entry.group.empty()) {
+                if (std::find(doneGroups.begin(), doneGroups.end(), entry.group) != doneGroups.end()) continue;
+                doneGroups.push_back(entry.group);
+                if (isBreak(entry.group)) newColumn();
+                addGroup(entry.group);
                 loose_ = nullptr;
                 continue;
             }
-            if (isBreak(spec.name)) {
+            if (isBreak(entry.name)) {
                 newColumn();
                 loose_ = nullptr;
             }
@@ -87,7 +87,7 @@ public:
     }
 
 private:
-    bool onPage(const FieldSpec& spec) const { return tab_ == kAnyTab || spec.tab == tab_; }
+    bool onPage(const FieldSpec& entry) const { return tab_ == kAnyTab || entry.tab == tab_; }
 
     bool isBreak(std::string_view name) const {
         return std::find(plan_.breaks.begin(), plan_.breaks.end(), name) != plan_.breaks.end() && !name.empty();
@@ -109,15 +109,15 @@ private:
         auto* box = new QGroupBox(toQt(std::string(caption)));
         QGridLayout* grid = newGrid(box);
         grid->setContentsMargins(4, 2, 4, 3);
-        for (std::size_t i = 0; i < specs_.size(); ++i)
-            if (onPage(specs_[i]) && specs_[i].group == caption) addRow(grid, i);
+        for (std::size_t i = 0; i < rows_.size(); ++i)
+            if (onPage(rows_[i]) && rows_[i].group == caption) addRow(grid, i);
         columns_.back()->addWidget(box);
     }
 
     // The field's row; a row that the shared label already covers gets no label of its own.
     void addRow(QGridLayout* grid, std::size_t index) {
-        const FieldSpec& spec = specs_[index];
-        Field& field = form_.field(spec.name);
+        const FieldSpec& entry = rows_[index];
+        Field& field = form_.field(entry.name);
         auto* edit = new FieldEdit(field);
         edit->setFixedHeight(kRowHeight);
         int& nextRow = nextRows_[grid];
@@ -125,7 +125,7 @@ private:
 
         QWidget* fieldCell = edit;
         const bool hasCheck = std::any_of(extras_.checks.begin(), extras_.checks.end(),
-                                          [&](const CheckSpec& check) { return check.nearField == spec.name; });
+                                          [&](const CheckSpec& check) { return check.nearField == entry.name; });
         if (hasCheck) {
             auto* cell = new QWidget;
             auto* line = new QHBoxLayout(cell);
@@ -133,10 +133,10 @@ private:
             line->setSpacing(4);
             line->addWidget(edit, 1);
             for (const CheckSpec& check : extras_.checks)
-                if (check.nearField == spec.name) line->addWidget(new CheckView(form_.check(check.name)));
+                if (check.nearField == entry.name) line->addWidget(new CheckView(form_.check(check.name)));
             fieldCell = cell;
         }
-        if (isShortKind(spec.kind)) {
+        if (isShortKind(entry.kind)) {
             edit->setFixedWidth(kShortWidth);
             grid->addWidget(fieldCell, row, 1, Qt::AlignLeft);
         } else {
@@ -144,7 +144,7 @@ private:
         }
 
         const QStringList shared = sharedLabelPhrases();
-        const QString label = toQt(std::string(spec.label));
+        const QString label = toQt(std::string(entry.label));
         if (shared.size() == 2 && label == shared[1] && coveredGrid_ == grid && coveredRow_ == row) {
             // Covered by the label of the row above.
         } else if (shared.size() == 2 && label == shared[0]) {
@@ -157,23 +157,23 @@ private:
             auto* text = new QLabel(label);
             text->setBuddy(edit);
             for (const NamedLabel& named : kNamedLabels)
-                if (named.field == spec.name) text->setObjectName(toQt(std::string(named.labelName)));
+                if (named.field == entry.name) text->setObjectName(toQt(std::string(named.labelName)));
             grid->addWidget(text, row, 0);
         }
         grid->setRowMinimumHeight(row, kRowHeight);
 
         for (const Hint& hint : extras_.hints) {
-            if (hint.nearField != spec.name) continue;
+            if (hint.nearField != entry.name) continue;
             auto* note = new QLabel(toQt(std::string(hint.text)));
             note->setWordWrap(true);
-            note->setObjectName(QStringLiteral("hint_") + toQt(std::string(spec.name)));
+            note->setObjectName(QStringLiteral("hint_") + toQt(std::string(entry.name)));
             grid->addWidget(note, nextRow++, 0, 1, 2);
         }
     }
 
     QWidget* page_;
     Form& form_;
-    std::span<const FieldSpec> specs_;
+    std::span<const FieldSpec> rows_;
     int tab_;
     const ColumnPlan& plan_;
     const PageExtras& extras_;
@@ -192,9 +192,9 @@ bool isShortKind(ValueKind kind) {
            kind == ValueKind::Number0to9;
 }
 
-std::vector<QVBoxLayout*> layOutFields(QWidget* page, Form& form, std::span<const FieldSpec> specs, int tab,
+std::vector<QVBoxLayout*> layOutFields(QWidget* page, Form& form, std::span<const FieldSpec> rows, int tab,
                                        const ColumnPlan& plan, const PageExtras& extras) {
-    return PageBuilder(page, form, specs, tab, plan, extras).build();
+    return PageBuilder(page, form, rows, tab, plan, extras).build();
 }
 
 } // namespace ks

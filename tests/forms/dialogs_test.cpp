@@ -163,18 +163,18 @@ private slots:
             QVERIFY(dialog && dialog->isModal());
             QCOMPARE(dialog->objectName(), QStringLiteral("Form2"));
             QCOMPARE(dialog->windowTitle(), qt(kWeaponsCaption));
-            for (const FieldSpec& spec : weaponFields()) {
-                auto* edit = dialog->findChild<FieldEdit*>(qt(spec.name));
-                QVERIFY2(edit, spec.name.data());
-                QCOMPARE(edit->text(), qt(spec.defaultText));
-                QCOMPARE(edit->toolTip(), qt(spec.toolTip));
+            for (const FieldSpec& entry : weaponFields()) {
+                auto* edit = dialog->findChild<FieldEdit*>(qt(entry.name));
+                QVERIFY2(edit, entry.name.data());
+                QCOMPARE(edit->text(), qt(entry.defaultText));
+                QCOMPARE(edit->toolTip(), qt(entry.toolTip));
                 QVERIFY(edit->isEnabled());
                 QLabel* label = nullptr;
                 for (QLabel* candidate : dialog->findChildren<QLabel*>())
                     if (candidate->buddy() == edit) label = candidate;
-                QVERIFY(label && label->text() == qt(spec.label));
+                QVERIFY(label && label->text() == qt(entry.label));
                 auto* box = qobject_cast<QGroupBox*>(edit->parentWidget());
-                QCOMPARE(box ? box->title() : QString(), qt(spec.group));
+                QCOMPARE(box ? box->title() : QString(), qt(entry.group));
             }
             auto* damage = dialog->findChild<QLineEdit*>("FWD1");
             damage->setFocus();

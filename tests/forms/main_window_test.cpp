@@ -52,16 +52,16 @@ private slots:
         Launcher launcher;
         RowTabs* tabs = launcher.window->tabs();
         QWidget* sharedLabelOwner = nullptr;
-        for (const FieldSpec& spec : mainFields()) {
-            const QByteArray name(spec.name.data(), qsizetype(spec.name.size()));
+        for (const FieldSpec& entry : mainFields()) {
+            const QByteArray name(entry.name.data(), qsizetype(entry.name.size()));
             auto* edit = launcher.find<FieldEdit>(name.constData());
             QVERIFY2(edit, name.constData());
-            QCOMPARE(tabOf(tabs, edit), spec.tab == kAboveTabs ? -1 : spec.tab);
-            QCOMPARE(edit->toolTip(), qt(spec.toolTip));
-            if (spec.name != "IP") QCOMPARE(edit->text(), qt(spec.defaultText));
+            QCOMPARE(tabOf(tabs, edit), entry.tab == kAboveTabs ? -1 : entry.tab);
+            QCOMPARE(edit->toolTip(), qt(entry.toolTip));
+            if (entry.name != "IP") QCOMPARE(edit->text(), qt(entry.defaultText));
 
             // The label stands to the left, level with the field.
-            launcher.program.frmMain.tabs().setCurrent(spec.tab == kAboveTabs ? 0 : spec.tab);
+            launcher.program.frmMain.tabs().setCurrent(entry.tab == kAboveTabs ? 0 : entry.tab);
             QApplication::processEvents();
             QWidget* ground = launcher.window->centralWidget();
             QLabel* label = labelOf(launcher.window.get(), edit);
@@ -69,17 +69,17 @@ private slots:
                 // The second field beside the shared label.
                 label = labelOf(launcher.window.get(), sharedLabelOwner);
                 QVERIFY(label && label->text() == qt(kSharedRespawnLabel));
-                QVERIFY(label->text().endsWith(qt(spec.label)));
+                QVERIFY(label->text().endsWith(qt(entry.label)));
             } else {
                 QVERIFY2(label, name.constData());
                 if (label->text() == qt(kSharedRespawnLabel)) {
                     sharedLabelOwner = edit;
-                    QVERIFY(label->text().startsWith(qt(spec.label)));
+                    QVERIFY(label->text().startsWith(qt(entry.label)));
                 } else {
-                    QCOMPARE(label->text(), qt(spec.label));
+                    QCOMPARE(label->text(), qt(entry.label));
                 }
             }
-            if (spec.tab == kAboveTabs) continue; // FFile's label stands above it
+            if (entry.tab == kAboveTabs) continue; // FFile's label stands above it
             const QRect field = placeOn(edit, ground);
             const QRect caption = placeOn(label, ground);
             QVERIFY2(caption.right() < field.left(), name.constData());
@@ -100,9 +100,9 @@ private slots:
                 found += box->title() == qt(group.caption);
             QVERIFY2(found == 1, group.caption.data());
             // Every field of the group stands inside its frame.
-            for (const FieldSpec& spec : mainFields()) {
-                if (spec.group != group.caption) continue;
-                auto* box = qobject_cast<QGroupBox*>(launcher.find(spec.name.data())->parentWidget());
+            for (const FieldSpec& entry : mainFields()) {
+                if (entry.group != group.caption) continue;
+                auto* box = qobject_cast<QGroupBox*>(launcher.find(entry.name.data())->parentWidget());
                 QVERIFY(box && box->title() == qt(group.caption));
             }
         }
