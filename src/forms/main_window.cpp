@@ -1,18 +1,210 @@
 #include "forms/main_window.h"
 
+#include "forms/field_layout.h"
+#include "forms/flags_dialog.h"
+#include "forms/look.h"
 #include "forms/qt_platform.h"
+#include "forms/row_tabs.h"
+#include "forms/selector_views.h"
+#include "forms/views.h"
+#include "forms/weapons_dialog.h"
+#include "forms/wrap_button.h"
 #include "frame/catalogue.h"
+#include "frame/menu.h"
 #include "frame/program.h"
 #include "frame/startup.h"
 
 #include <QCloseEvent>
+#include <QDateTime>
+#include <QLabel>
+#include <QLocale>
+#include <QMenuBar>
+#include <QPainter>
+#include <QScreen>
+#include <QStatusBar>
+#include <QTimer>
+#include <QVBoxLayout>
 
 namespace ks {
+
+namespace {
+
+// Client area of the window and the place of each control on it, in twips.
+constexpr int kClientWidth = 8640;
+constexpr int kClientHeight = 6015;
+constexpr int kStatusTop = 5745;
+constexpr int kPanelMinimum = 1440;
+
+// The ground the controls stand on: black.
+class Canvas : public QWidget {
+public:
+    using QWidget::QWidget;
+
+protected:
+    void paintEvent(QPaintEvent*) override { QPainter(this).fillRect(rect(), Qt::black); }
+};
+
+// How the fields of each tab stand in columns, with the column widths in pixels.
+constexpr ColumnPlan kMainPlans[] = {
+    {{"QDIR"}, {166, 240, 0}, 3},
+    {{"FP1", "Hook Settings"}, {172, 182, 0}, 3},
+    {{"Team 2"}, {272, 0}, 2},
+    {{"Other Settings", "Weapon/Item Respawn Times"}, {160, 200, 0}, 3},
+};
+
+constexpr int kSelectorsTab = 0;
+
+} // namespace
 
 MainWindow::MainWindow(Program& program, QWidget* parent) : QMainWindow(parent), program_(program) {
     setObjectName(QStringLiteral("frmMain"));
     setWindowTitle(toQt(std::string(kMainCaption)));
-    resize(8640 / 15, 6015 / 15);
+    setWindowIcon(launcherIcon());
+    setFont(launcherFont());
+    buildControls();
+    buildPages();
+    buildMenus();
+    buildStatusBar();
+}
+
+MainWindow::~MainWindow() = default;
+
+void MainWindow::buildControls() {
+    auto* canvas = new Canvas(this);
+    canvas->setFixedSize(px(kClientWidth), px(kStatusTop));
+    setCentralWidget(canvas);
+
+    auto* command1 = new WrapButton(toQt(std::string(kFlagsButtonCaption)), canvas);
+    command1->setObjectName(QStringLiteral("Command1"));
+    command1->setGeometry(twipRect(240, 120, 2292, 492));
+    command1->setFont(launcherFont(7.5, true));
+    connect(command1, &QPushButton::clicked, this, &MainWindow::Command1_Click);
+
+    auto* label1 = new QLabel(toQt(std::string(kFileLabel)), canvas);
+    label1->setObjectName(QStringLiteral("Label1"));
+    label1->setGeometry(twipRect(3480, 0, 1272, 192));
+    label1->setAlignment(Qt::AlignCenter);
+    QPalette white = label1->palette();
+    white.setColor(QPalette::WindowText, Qt::white);
+    label1->setPalette(white);
+
+    auto* file = new FieldEdit(program_.frmMain.field("FFile"), canvas);
+    file->setGeometry(twipRect(2760, 240, 3132, 300));
+    label1->setBuddy(file);
+
+    auto* command2 = new WrapButton(toQt(std::string(kWeaponsButtonCaption)), canvas);
+    command2->setObjectName(QStringLiteral("Command2"));
+    command2->setGeometry(twipRect(6120, 120, 2292, 492));
+    command2->setFont(launcherFont(7.5, true));
+    connect(command2, &QPushButton::clicked, this, &MainWindow::Command2_Click);
+
+    tabs_ = new RowTabs(program_.frmMain.tabs(), 2, canvas);
+    tabs_->setGeometry(twipRect(120, 720, 8412, 4932));
+    // The tab control keeps the usual face colour on the black ground.
+    tabs_->setPalette(QPalette(QColor(236, 233, 216)));
+}
+
+void MainWindow::buildPages() {
+    const PageExtras extras{mainHints(), mainCheckBoxes()};
+    for (int tab = 0; tab < tabs_->count(); ++tab) {
+        const auto columns = layOutFields(tabs_->page(tab), program_.frmMain, mainFields(), tab, kMainPlans[tab],
+                                          extras);
+        if (tab != kSelectorsTab) continue;
+        // The drive list and the directory tree stand in the last column, their hint below them.
+        QVBoxLayout* column = columns.back();
+        column->insertWidget(0, new DriveView(program_));
+        column->insertWidget(1, new DirectoryView(program_), 1);
+        for (const Hint& hint : mainHints()) {
+            if (hint.tab != tab || !hint.nearField.empty()) continue;
+            auto* note = new QLabel(toQt(std::string(hint.text)));
+            note->setObjectName(QStringLiteral("hint_selectors"));
+            note->setWordWrap(true);
+            column->insertWidget(2, note);
+        }
+    }
+}
+
+void MainWindow::buildMenus() {
+    QMenuBar* bar = menuBar();
+    bar->setObjectName(QStringLiteral("menuBar"));
+    QMenu* current = nullptr;
+    for (const MenuEntry& entry : mainMenu()) {
+        const QString name = toQt(std::string(entry.name));
+        const QString caption = toQt(std::string(entry.caption));
+        if (entry.level == 0) {
+            current = bar->addMenu(caption);
+            current->setObjectName(name);
+            current->menuAction()->setObjectName(name);
+            continue;
+        }
+        if (!current) continue;
+        QAction* action = entry.caption.empty() ? current->addSeparator() : current->addAction(caption);
+        action->setObjectName(name);
+        if (entry.caption.empty()) continue;
+        const std::string command(entry.name);
+        connect(action, &QAction::triggered, this, [this, command] { RunMenuCommand(program_, command); });
+    }
+}
+
+void MainWindow::buildStatusBar() {
+    QStatusBar* bar = statusBar();
+    bar->setObjectName(QStringLiteral("sbStatusBar"));
+    bar->setFixedHeight(px(kClientHeight - kStatusTop));
+    bar->setSizeGripEnabled(false);
+    auto* status = new QLabel(QStringLiteral("Status"));
+    status->setObjectName(QStringLiteral("statusPanel"));
+    date_ = new QLabel;
+    date_->setObjectName(QStringLiteral("datePanel"));
+    time_ = new QLabel;
+    time_->setObjectName(QStringLiteral("timePanel"));
+    for (QLabel* panel : {date_, time_}) {
+        panel->setMinimumWidth(px(kPanelMinimum));
+        panel->setAlignment(Qt::AlignCenter);
+    }
+    bar->addWidget(status, 1);
+    bar->addPermanentWidget(date_);
+    bar->addPermanentWidget(time_);
+    clock_ = new QTimer(this);
+    connect(clock_, &QTimer::timeout, this, &MainWindow::updateClock);
+    clock_->start(1000);
+    updateClock();
+}
+
+void MainWindow::updateClock() {
+    const QDateTime now = QDateTime::currentDateTime();
+    date_->setText(QLocale().toString(now.date(), QLocale::ShortFormat));
+    time_->setText(QLocale().toString(now.time(), QLocale::ShortFormat));
+}
+
+FlagsDialog* MainWindow::flagsDialog() {
+    if (!flags_) flags_ = new FlagsDialog(program_, this);
+    return flags_;
+}
+
+WeaponsDialog* MainWindow::weaponsDialog() {
+    if (!weapons_) weapons_ = new WeaponsDialog(program_, this);
+    return weapons_;
+}
+
+void MainWindow::Command1_Click() {
+    program_.PlayCue("rail.wav");
+    flagsDialog()->exec();
+}
+
+void MainWindow::Command2_Click() {
+    program_.PlayCue("bfg.wav");
+    weaponsDialog()->exec();
+}
+
+void MainWindow::showEvent(QShowEvent* event) {
+    QMainWindow::showEvent(event);
+    if (event->spontaneous()) return;
+    // Every run opens at the design size in the middle of the screen.
+    if (QScreen* screen = this->screen()) {
+        QRect frame = frameGeometry();
+        frame.moveCenter(screen->availableGeometry().center());
+        move(frame.topLeft());
+    }
 }
 
 void MainWindow::closeEvent(QCloseEvent* event) {

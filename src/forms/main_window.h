@@ -2,21 +2,50 @@
 
 #include <QMainWindow>
 
+class QLabel;
+class QTimer;
+
 namespace ks {
 
 class Program;
+class RowTabs;
+class FlagsDialog;
+class WeaponsDialog;
 
-// The launcher's working window.
+// The launcher's working window, a view of the main form: two dialog buttons and the current file above
+// four tabs of settings, the menus and a status bar with date and time.
 class MainWindow : public QMainWindow {
     Q_OBJECT
 public:
     explicit MainWindow(Program& program, QWidget* parent = nullptr);
+    ~MainWindow() override;
+
+    RowTabs* tabs() const { return tabs_; }
+    // The two dialogs; each comes into being at its first opening and then only hides.
+    FlagsDialog* flagsDialog();
+    WeaponsDialog* weaponsDialog();
+
+    void Command1_Click();
+    void Command2_Click();
 
 protected:
     void closeEvent(QCloseEvent* event) override;
+    void showEvent(QShowEvent* event) override;
 
 private:
+    void buildControls();
+    void buildPages();
+    void buildMenus();
+    void buildStatusBar();
+    void updateClock();
+
     Program& program_;
+    RowTabs* tabs_ = nullptr;
+    QLabel* date_ = nullptr;
+    QLabel* time_ = nullptr;
+    QTimer* clock_ = nullptr;
+    FlagsDialog* flags_ = nullptr;
+    WeaponsDialog* weapons_ = nullptr;
 };
 
 } // namespace ks

@@ -1,0 +1,72 @@
+#include "forms/look.h"
+
+#include <QFontDatabase>
+#include <QPainter>
+#include <QPainterPath>
+#include <QPixmap>
+
+namespace ks {
+
+QColor toQColor(Colour colour) { return QColor(colour.red, colour.green, colour.blue); }
+
+QFont launcherFont(double pointSize, bool bold) {
+    // Tahoma first; the others are close to it in width, so the captions fit the same places.
+    struct Choice {
+        const char* family;
+        int stretch;
+    };
+    static const Choice preferred[] = {{"Tahoma", QFont::Unstretched},       {"Segoe UI", QFont::Unstretched},
+                                       {"DejaVu Sans", QFont::Condensed}, {"Liberation Sans", QFont::Unstretched},
+                                       {"Arial", QFont::Unstretched}};
+    const QStringList available = QFontDatabase::families();
+    QFont font;
+    for (const Choice& choice : preferred) {
+        if (available.contains(QLatin1String(choice.family), Qt::CaseInsensitive)) {
+            font.setFamily(QLatin1String(choice.family));
+            font.setStretch(choice.stretch);
+            break;
+        }
+    }
+    font.setPointSizeF(pointSize);
+    font.setBold(bold);
+    return font;
+}
+
+namespace {
+
+// A dark shield with a red "K" and a thin gold rim.
+QPixmap drawIcon(int size) {
+    QPixmap pixmap(size, size);
+    pixmap.fill(Qt::transparent);
+    QPainter painter(&pixmap);
+    painter.setRenderHint(QPainter::Antialiasing);
+    const qreal s = size;
+    QPainterPath shield;
+    shield.moveTo(s * 0.08, s * 0.06);
+    shield.lineTo(s * 0.92, s * 0.06);
+    shield.lineTo(s * 0.92, s * 0.52);
+    shield.quadTo(s * 0.90, s * 0.82, s * 0.5, s * 0.97);
+    shield.quadTo(s * 0.10, s * 0.82, s * 0.08, s * 0.52);
+    shield.closeSubpath();
+    painter.setPen(QPen(QColor(214, 170, 60), qMax(1.0, s / 16)));
+    painter.setBrush(QColor(24, 24, 28));
+    painter.drawPath(shield);
+
+    const qreal stroke = qMax(2.0, s * 0.14);
+    painter.setPen(QPen(QColor(220, 30, 20), stroke, Qt::SolidLine, Qt::FlatCap, Qt::MiterJoin));
+    painter.drawLine(QPointF(s * 0.34, s * 0.20), QPointF(s * 0.34, s * 0.78));
+    painter.drawLine(QPointF(s * 0.70, s * 0.20), QPointF(s * 0.40, s * 0.50));
+    painter.drawLine(QPointF(s * 0.44, s * 0.46), QPointF(s * 0.72, s * 0.78));
+    return pixmap;
+}
+
+} // namespace
+
+QIcon launcherIcon() {
+    QIcon icon;
+    icon.addPixmap(drawIcon(16));
+    icon.addPixmap(drawIcon(32));
+    return icon;
+}
+
+} // namespace ks

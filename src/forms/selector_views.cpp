@@ -1,0 +1,81 @@
+#include "forms/selector_views.h"
+
+#include "forms/qt_platform.h"
+#include "frame/program.h"
+#include "frame/selectors.h"
+
+#include <QDir>
+#include <QFileSystemModel>
+#include <QHeaderView>
+#include <QSignalBlocker>
+
+namespace ks {
+
+DriveView::DriveView(Program& program, QWidget* parent) : QComboBox(parent), program_(program) {
+    setObjectName(QStringLiteral("Drive2"));
+    setToolTip(toQt(program.Drive2.toolTip()));
+    for (const std::string& drive : program.platform.drives()) addItem(toQt(drive));
+    view_ = program_.Drive2.addView([this] { refresh(); });
+    connect(this, &QComboBox::activated, this, [this](int index) {
+        // A drive that is not ready leaves the list where it was.
+        if (!SelectDrive(program_, fromQt(itemText(index)))) refresh();
+    });
+    refresh();
+}
+
+DriveView::~DriveView() { program_.Drive2.removeView(view_); }
+
+void DriveView::refresh() {
+    const QString drive = toQt(program_.Drive2.text());
+    int index = drive.isEmpty() ? -1 : findText(drive);
+    const QSignalBlocker blocker(this);
+    if (index < 0 && !drive.isEmpty()) {
+        addItem(drive);
+        index = count() - 1;
+    }
+    setCurrentIndex(index);
+}
+
+DirectoryView::DirectoryView(Program& program, QWidget* parent)
+    : QTreeView(parent), program_(program), model_(new QFileSystemModel(this)) {
+    setObjectName(QStringLiteral("Dir2"));
+    setToolTip(toQt(program.Dir2.toolTip()));
+    model_->setFilter(QDir::AllDirs | QDir::NoDotAndDotDot | QDir::Drives);
+    model_->setRootPath(QString());
+    setModel(model_);
+    for (int column = 1; column < model_->columnCount(); ++column) hideColumn(column);
+    header()->hide();
+    setIndentation(10);
+    setUniformRowHeights(true);
+    driveView_ = program_.Drive2.addView([this] { refresh(); });
+    dirView_ = program_.Dir2.addView([this] { refresh(); });
+    connect(this, &QTreeView::activated, this, [this](const QModelIndex& index) {
+        const std::string path = fromQt(QDir::toNativeSeparators(model_->filePath(index)));
+        if (!SelectDirectory(program_, path)) refresh();
+    });
+    refresh();
+}
+
+DirectoryView::~DirectoryView() {
+    program_.Drive2.removeView(driveView_);
+    program_.Dir2.removeView(dirView_);
+}
+
+void DirectoryView::refresh() {
+    const QString drive = QDir::fromNativeSeparators(toQt(program_.Drive2.text()));
+    const QString path = QDir::fromNativeSeparators(toQt(program_.Dir2.text()));
+    const QModelIndex root = drive.isEmpty() ? QModelIndex() : model_->index(drive);
+    const QModelIndex current = path.isEmpty() ? QModelIndex() : model_->index(path);
+    // The tree starts at the selected drive when the directory lies on it.
+    bool onDrive = root.isValid();
+    for (QModelIndex up = current; onDrive && up.isValid() && up != root; up = up.parent())
+        if (!up.parent().isValid()) onDrive = false;
+    setRootIndex(onDrive ? root : QModelIndex());
+    if (current.isValid()) {
+        setCurrentIndex(current);
+        expand(current);
+        scrollTo(current);
+    }
+}
+
+} // namespace ks

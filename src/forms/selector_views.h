@@ -1,0 +1,45 @@
+#pragma once
+
+#include "frame/field.h"
+
+#include <QComboBox>
+#include <QTreeView>
+
+class QFileSystemModel;
+
+namespace ks {
+
+class Program;
+
+// The drive list: shows the core's selected drive; the operator's choice goes through SelectDrive.
+class DriveView : public QComboBox {
+    Q_OBJECT
+public:
+    explicit DriveView(Program& program, QWidget* parent = nullptr);
+    ~DriveView() override;
+
+private:
+    void refresh();
+
+    Program& program_;
+    Observers::Id view_;
+};
+
+// The directory tree: shows the core's selected directory; a directory the operator opens (double click or
+// Enter) goes through SelectDirectory.
+class DirectoryView : public QTreeView {
+    Q_OBJECT
+public:
+    explicit DirectoryView(Program& program, QWidget* parent = nullptr);
+    ~DirectoryView() override;
+
+private:
+    void refresh();
+
+    Program& program_;
+    QFileSystemModel* model_;
+    Observers::Id driveView_;
+    Observers::Id dirView_;
+};
+
+} // namespace ks

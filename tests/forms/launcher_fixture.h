@@ -1,0 +1,60 @@
+#pragma once
+
+#include "forms/main_window.h"
+#include "frame/program.h"
+#include "frame/startup.h"
+#include "support/fake_platform.h"
+
+#include <QApplication>
+#include <QObject>
+#include <QTest>
+#include <QTimer>
+#include <QWidget>
+
+#include <functional>
+#include <memory>
+#include <vector>
+
+namespace ks::test {
+
+// The launcher as it stands after its start: the core with every handler, the main window shown.
+struct Launcher {
+    FakePlatform platform;
+    Program program{platform, PathStyle::Linux};
+    std::unique_ptr<MainWindow> window;
+
+    Launcher() {
+        ConnectHandlers(program);
+        window = std::make_unique<MainWindow>(program);
+        LoadMainForm(program);
+        window->show();
+        (void)QTest::qWaitForWindowExposed(window.get());
+    }
+
+    template <class T = QWidget> T* find(const char* name, QWidget* root = nullptr) const {
+        return (root ? root : window->centralWidget())->findChild<T*>(QString::fromLatin1(name));
+    }
+};
+
+// Runs `step` once the next modal dialog is up, and shuts every modal dialog that is still open a few
+// seconds later, so that a failing step cannot hang the run.
+inline void whenModal(std::function<void(QWidget*)> step) {
+    QTimer::singleShot(0, [step] {
+        QWidget* dialog = QApplication::activeModalWidget();
+        step(dialog);
+    });
+    QTimer::singleShot(5000, [] {
+        while (QWidget* dialog = QApplication::activeModalWidget()) dialog->hide();
+    });
+}
+
+// The test classes of this program register themselves; main runs them all.
+std::vector<std::function<QObject*()>>& testClasses();
+
+template <class T> struct RegisterTest {
+    RegisterTest() {
+        testClasses().push_back([] { return new T; });
+    }
+};
+
+} // namespace ks::test

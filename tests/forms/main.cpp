@@ -1,0 +1,23 @@
+#include "launcher_fixture.h"
+
+#include <QApplication>
+#include <QTest>
+
+#include <memory>
+
+namespace ks::test {
+std::vector<std::function<QObject*()>>& testClasses() {
+    static std::vector<std::function<QObject*()>> classes;
+    return classes;
+}
+} // namespace ks::test
+
+int main(int argc, char** argv) {
+    QApplication app(argc, argv);
+    int failures = 0;
+    for (const auto& make : ks::test::testClasses()) {
+        std::unique_ptr<QObject> tests(make());
+        failures += QTest::qExec(tests.get(), argc, argv);
+    }
+    return failures == 0 ? 0 : 1;
+}
