@@ -280,9 +280,9 @@ constexpr CheckSpec kMainCheckRows[] = {
     {"ipCheck", "Use Default", "Checked uses Default IP address", 0, "IP"},
 };
 
-Field& addSpec(Form& form, const FieldSpec& spec) {
-    return form.addField(std::string(spec.name), std::string(spec.key), std::string(spec.defaultText),
-                         std::string(spec.label), std::string(spec.toolTip));
+Field& addSpec(Form& form, const FieldSpec& row) {
+    return form.addField(std::string(row.name), std::string(row.key), std::string(row.defaultText),
+                         std::string(row.label), std::string(row.toolTip));
 }
 
 } // namespace
@@ -299,16 +299,16 @@ std::span<const Hint> mainHints() { return kHintRows; }
 std::span<const CheckSpec> mainCheckBoxes() { return kMainCheckRows; }
 
 void buildMainForm(Form& form) {
-    for (const FieldSpec& spec : kMainFieldRows) {
-        Field& field = addSpec(form, spec);
-        if (spec.kind == ValueKind::Path) {
+    for (const FieldSpec& row : kMainFieldRows) {
+        Field& field = addSpec(form, row);
+        if (row.kind == ValueKind::Path) {
             // The sentinels: read-only, yellow while unset.
             field.setEnabled(false);
             field.setBackColour(kPaleYellow);
         }
     }
-    for (const CheckSpec& spec : kMainCheckRows)
-        form.addCheckBox(std::string(spec.name), std::string(spec.caption), std::string(spec.toolTip));
+    for (const CheckSpec& row : kMainCheckRows)
+        form.addCheckBox(std::string(row.name), std::string(row.caption), std::string(row.toolTip));
     std::vector<std::string> captions(std::begin(kMainTabRows), std::end(kMainTabRows));
     form.addTabs("SSTab1", captions, kMainFirstTab);
 }
@@ -333,7 +333,7 @@ void buildFlagsForm(Form& form) {
 }
 
 void buildWeaponsForm(Form& form) {
-    for (const FieldSpec& spec : kWeaponFieldRows) addSpec(form, spec);
+    for (const FieldSpec& row : kWeaponFieldRows) addSpec(form, row);
 }
 
 } // namespace ks

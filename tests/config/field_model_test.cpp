@@ -69,8 +69,8 @@ TEST(FieldModel, UnknownNameIsAClearErrorNotACrash) {
 TEST(Catalogue, FreshFormsHoldTheDefaultsAndTheSentinelsAreYellowAndReadOnly) {
     test::FakePlatform platform;
     Program program(platform);
-    for (const FieldSpec& spec : mainFields())
-        EXPECT_EQ(program.frmMain.field(spec.name).text(), spec.defaultText) << spec.name;
+    for (const FieldSpec& row : mainFields())
+        EXPECT_EQ(program.frmMain.field(row.name).text(), row.defaultText) << row.name;
     EXPECT_EQ(program.frmMain.fields().size(), 83u);
     EXPECT_EQ(program.frmMain.field("IP").text(), "");
     EXPECT_EQ(program.frmMain.field("FMS3").text(), "q2master.example.net 192.0.2.10");

@@ -189,11 +189,11 @@ TEST_F(ConfigTest, TheOpenDialogStartsInTheGameDirectoryAndCancelChangesNothing)
 TEST_F(ConfigTest, AWrittenFileRestoresEveryFieldButTheFiveWithKeysOfTheirOwn) {
     program.frmMain.check("ipCheck").setState(0);
     int n = 0;
-    auto valueFor = [&n](const FieldSpec& spec) -> std::string {
+    auto valueFor = [&n](const FieldSpec& row) -> std::string {
         ++n;
-        switch (spec.kind) {
+        switch (row.kind) {
         case ValueKind::Switch:
-            return spec.defaultText == "1" ? "0" : "1";
+            return row.defaultText == "1" ? "0" : "1";
         case ValueKind::Number0to8:
         case ValueKind::Number0to9:
             return "7";
@@ -205,10 +205,10 @@ TEST_F(ConfigTest, AWrittenFileRestoresEveryFieldButTheFiveWithKeysOfTheirOwn) {
             return std::to_string(1000 + n);
         }
     };
-    for (const FieldSpec& spec : mainFields())
-        if (spec.name != "FFile") main(std::string(spec.name).c_str()).setText(valueFor(spec));
-    for (const FieldSpec& spec : weaponFields())
-        program.Form2.field(spec.name).setText(valueFor(spec));
+    for (const FieldSpec& row : mainFields())
+        if (row.name != "FFile") main(std::string(row.name).c_str()).setText(valueFor(row));
+    for (const FieldSpec& row : weaponFields())
+        program.Form2.field(row.name).setText(valueFor(row));
     for (const AmmoField& ammo : startAmmo())
         program.Form1.field(ammo.name).setText(std::to_string(++n));
     for (const auto& box : program.Form1.checkBoxes())

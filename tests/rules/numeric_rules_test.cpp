@@ -11,8 +11,8 @@ TEST(NumericRuleTable, HasOneRuleForEachRangedFieldOfTheCatalogueAndNoOther) {
         {ValueKind::Switch, 1}, {ValueKind::Number0to8, 8}, {ValueKind::Number0to9, 9}};
     std::map<std::pair<RuleForm, std::string_view>, double> expected, actual;
     for (const auto& [form, specs] : {std::pair{RuleForm::Main, mainFields()}, {RuleForm::Weapons, weaponFields()}})
-        for (const FieldSpec& spec : specs)
-            if (highest.contains(spec.kind)) expected[{form, spec.name}] = highest.at(spec.kind);
+        for (const FieldSpec& row : specs)
+            if (highest.contains(row.kind)) expected[{form, row.name}] = highest.at(row.kind);
     for (const NumericRule& rule : numericRules())
         EXPECT_TRUE(actual.emplace(std::pair{rule.form, rule.field}, rule.highest).second) << rule.field;
     EXPECT_EQ(actual, expected);

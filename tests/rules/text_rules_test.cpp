@@ -52,13 +52,13 @@ TEST(Quoting, ValueTrimsBlanksAndQuotesWhileInlineOnlyQuotes) {
 }
 
 TEST_F(RulesTest, LeavingAQuotedTextFieldQuotesItButTextSetByCodeStays) {
-    for (const FieldSpec& spec : mainFields()) {
-        main(spec.name).setText(" x ");
-        EXPECT_EQ(main(spec.name).text(), " x ") << spec.name;
-        main(spec.name).validate();
-        const bool inlined = spec.name == "FTM1" || spec.name == "FTM2";
-        const char* expected = spec.kind != ValueKind::QuotedText ? " x " : inlined ? R"(" x ")" : R"(" x")";
-        EXPECT_EQ(main(spec.name).text(), expected) << spec.name;
+    for (const FieldSpec& row : mainFields()) {
+        main(row.name).setText(" x ");
+        EXPECT_EQ(main(row.name).text(), " x ") << row.name;
+        main(row.name).validate();
+        const bool inlined = row.name == "FTM1" || row.name == "FTM2";
+        const char* expected = row.kind != ValueKind::QuotedText ? " x " : inlined ? R"(" x ")" : R"(" x")";
+        EXPECT_EQ(main(row.name).text(), expected) << row.name;
     }
     main("FTM1").setText("");
     main("FTM1").validate();
