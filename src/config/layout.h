@@ -1,5 +1,7 @@
 #pragma once
 
+#include "frame/program.h"
+
 #include <span>
 #include <string_view>
 
@@ -14,8 +16,6 @@ enum class LineKind {
     Bare,    // "KEY VALUE"
     Comment, // "// set KEY VALUE"
 };
-
-enum class FormId { Main, Flags, Weapons };
 
 // One line of the file: its kind and, for a field line, the form and name of the field; for a section
 // line, its text.

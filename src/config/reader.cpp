@@ -30,18 +30,6 @@ constexpr std::string_view kForeignFileWarning = "This Configuration file was no
                                                  "file format.  You must got to Weapons / DM Flags\r"
                                                  "button and set your item preferences on each tab";
 
-Form& formOf(Program& program, FormId id) {
-    switch (id) {
-    case FormId::Flags:
-        return program.Form1;
-    case FormId::Weapons:
-        return program.Form2;
-    case FormId::Main:
-        break;
-    }
-    return program.frmMain;
-}
-
 // The characters from position `from` to position `to` (both counted from 1), cut at the end of the text.
 std::string_view positions(std::string_view text, std::size_t from, std::size_t to) {
     if (from < 1 || to < from || from > text.size()) return {};
@@ -149,18 +137,18 @@ void applyThirdWord(Program& program, const ThirdWordKey& row, std::string_view 
         // The drive change must not derive QDIR and FGD anew from the drive's directory.
         program.state.ReadingQDIR = 1;
         SelectDrive(program, driveOf(program, value));
-        formOf(program, row.form).field(row.target).setText(std::string(value));
+        program.form(row.form).field(row.target).setText(std::string(value));
         program.state.ReadingQDIR = 0;
         break;
     case ThirdWordAction::Text:
-        formOf(program, row.form).field(row.target).setText(std::string(value));
+        program.form(row.form).field(row.target).setText(std::string(value));
         break;
     case ThirdWordAction::Address:
         program.frmMain.check("ipCheck").setState(0);
-        formOf(program, row.form).field(row.target).setText(std::string(value));
+        program.form(row.form).field(row.target).setText(std::string(value));
         break;
     case ThirdWordAction::Flag:
-        if (FlagValueTurnsOn(value)) formOf(program, row.form).check(row.target).setState(1);
+        if (FlagValueTurnsOn(value)) program.form(row.form).check(row.target).setState(1);
         break;
     }
 }
@@ -209,7 +197,7 @@ void DispatchRecord(Program& program, const RecordWords& record) {
     if (words[0] == kHostnameWord) program.frmMain.field("FHOSTN").setText(std::string(words[1]));
 
     if (const SecondWordKey* row = findSecondWordKey(words[1])) {
-        Field& field = formOf(program, row->form).field(row->field);
+        Field& field = program.form(row->form).field(row->field);
         field.setText(std::string(words[2]));
         if (row->key == kGameDirKey)
             SelectDirectory(program, program.frmMain.field("QDIR").text() + program.sep() + field.text());

@@ -9,18 +9,6 @@ namespace ks {
 
 namespace {
 
-const Form& formOf(const Program& program, FormId id) {
-    switch (id) {
-    case FormId::Flags:
-        return program.Form1;
-    case FormId::Weapons:
-        return program.Form2;
-    case FormId::Main:
-        break;
-    }
-    return program.frmMain;
-}
-
 void appendLine(std::string& out, const LayoutLine& line, const Field* field) {
     switch (line.kind) {
     case LineKind::Section:
@@ -56,7 +44,7 @@ std::string RenderConfig(const Program& program) {
     for (const LayoutLine& line : configLayout()) {
         const Field* field = nullptr;
         if (line.kind != LineKind::Section && line.kind != LineKind::Empty) {
-            field = &formOf(program, line.form).field(line.text);
+            field = &program.form(line.form).field(line.text);
             // The IP line stands only while IP holds an address.
             if (line.kind == LineKind::Marked && line.text == "IP" && field->text().empty()) continue;
         }

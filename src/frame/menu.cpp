@@ -7,20 +7,6 @@ namespace ks {
 
 namespace {
 
-template <const char* File> void view(Program& program) { ViewCompanionFile(program, File); }
-
-constexpr char kBotDetected[] = "bot_detected.txt";
-constexpr char kTextFilter[] = "textfilter.cfg";
-constexpr char kHelp[] = "help.txt";
-constexpr char kIpBanned[] = "ip_banned.txt";
-constexpr char kMapsCtf[] = "maps_ctf.txt";
-constexpr char kMapsDm[] = "maps_dm.txt";
-constexpr char kMotd[] = "motd.txt";
-constexpr char kServer[] = "server.txt";
-constexpr char kUserV[] = "user_v.txt";
-constexpr char kUserM[] = "user_m.txt";
-constexpr char kUserO[] = "user_o.txt";
-
 constexpr MenuEntry kMenuRows[] = {
     {"mnuFile", "&File", 0, nullptr},
     {"mnuFileOpen", "&Open...", 1, mnuFileOpen_Click},
@@ -31,17 +17,17 @@ constexpr MenuEntry kMenuRows[] = {
     {"mnuFileBar1", "", 1, nullptr},
     {"mnuFileExit", "E&xit", 1, mnuFileExit_Click},
     {"mnuView", "&View", 0, nullptr},
-    {"Bot_Detected", kBotDetected, 1, view<kBotDetected>},
-    {"textfilter", kTextFilter, 1, view<kTextFilter>},
-    {"help", kHelp, 1, view<kHelp>},
-    {"ip_banned", kIpBanned, 1, view<kIpBanned>},
-    {"maps_ctf", kMapsCtf, 1, view<kMapsCtf>},
-    {"maps_dm", kMapsDm, 1, view<kMapsDm>},
-    {"MOTD", kMotd, 1, view<kMotd>},
-    {"server", kServer, 1, view<kServer>},
-    {"user_v", kUserV, 1, view<kUserV>},
-    {"user_m", kUserM, 1, view<kUserM>},
-    {"user_o", kUserO, 1, view<kUserO>},
+    {"Bot_Detected", "bot_detected.txt", 1, nullptr, true},
+    {"textfilter", "textfilter.cfg", 1, nullptr, true},
+    {"help", "help.txt", 1, nullptr, true},
+    {"ip_banned", "ip_banned.txt", 1, nullptr, true},
+    {"maps_ctf", "maps_ctf.txt", 1, nullptr, true},
+    {"maps_dm", "maps_dm.txt", 1, nullptr, true},
+    {"MOTD", "motd.txt", 1, nullptr, true},
+    {"server", "server.txt", 1, nullptr, true},
+    {"user_v", "user_v.txt", 1, nullptr, true},
+    {"user_m", "user_m.txt", 1, nullptr, true},
+    {"user_o", "user_o.txt", 1, nullptr, true},
     {"mnuHelpBar8", "", 1, nullptr},
     {"mnuViewWebBrowser", "&Web Site", 1, mnuViewWebBrowser_Click},
     {"mnuHelp", "&Help", 0, nullptr},
@@ -59,10 +45,11 @@ std::span<const MenuEntry> mainMenu() { return kMenuRows; }
 
 bool RunMenuCommand(Program& program, std::string_view name) {
     for (const MenuEntry& entry : kMenuRows) {
-        if (entry.name == name && entry.command) {
-            entry.command(program);
-            return true;
-        }
+        if (entry.name != name) continue;
+        // A View entry opens the companion file that its caption names.
+        if (entry.opensCompanionFile) ViewCompanionFile(program, entry.caption);
+        else if (entry.command) entry.command(program);
+        return entry.opensCompanionFile || entry.command;
     }
     return false;
 }

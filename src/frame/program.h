@@ -9,6 +9,9 @@
 
 namespace ks {
 
+// The three forms that hold settings.
+enum class FormId { Main, Flags, Weapons };
+
 // One run of the launcher: the platform, the shared state and the three forms with every setting.
 // The dialog forms exist with their defaults from the start, shown or not.
 class Program {
@@ -36,6 +39,9 @@ public:
     void SplitFileName();
     // Plays a sound file that lies beside the program, when there is a sound device.
     void PlayCue(std::string_view fileName);
+
+    Form& form(FormId id) { return id == FormId::Flags ? Form1 : id == FormId::Weapons ? Form2 : frmMain; }
+    const Form& form(FormId id) const { return id == FormId::Flags ? Form1 : id == FormId::Weapons ? Form2 : frmMain; }
 
     char sep() const { return separator(pathStyle); }
 };
