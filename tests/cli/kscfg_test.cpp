@@ -6,11 +6,16 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <array>
+#include <chrono>
 #include <cstdio>
+#include <filesystem>
 #include <sys/wait.h>
+#include <thread>
 
 using namespace ks;
+namespace fs = std::filesystem;
 
 namespace {
 
@@ -19,48 +24,151 @@ struct Outcome {
     std::string output;
 };
 
-// Runs kscfg through the shell, standard error folded into the output.
-Outcome kscfg(const std::string& arguments) {
-    const std::string command = std::string(KSCFG_PATH) + " " + arguments + " 2>&1";
+// Runs kscfg with the given arguments from the given directory, standard error folded into the output.
+Outcome kscfg(const std::string& arguments, const std::string& from = "/") {
+    const std::string command = "cd '" + from + "' && '" + KSCFG_PATH + "' " + arguments + " 2>&1";
     Outcome outcome{-1, {}};
     FILE* pipe = popen(command.c_str(), "r");
     if (!pipe) return outcome;
     std::array<char, 4096> buffer;
-    std::size_t n;
-    while ((n = fread(buffer.data(), 1, buffer.size(), pipe)) > 0) outcome.output.append(buffer.data(), n);
+    for (std::size_t n; (n = fread(buffer.data(), 1, buffer.size(), pipe)) > 0;)
+        outcome.output.append(buffer.data(), n);
     const int status = pclose(pipe);
     outcome.status = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
     return outcome;
 }
 
-} // namespace
-
-TEST(KscfgNew, WritesTheFileOfAFreshLauncher) {
-    test::TempDir dir;
-    const std::string path = dir.file("fresh.cfg");
-    const Outcome outcome = kscfg("new '" + path + "'");
-    ASSERT_EQ(outcome.status, 0) << outcome.output;
-
-    test::FakePlatform platform;
-    Program program(platform);
-    ConnectHandlers(program);
-    program.frmMain.check("ipCheck").setState(1);
-    EXPECT_EQ(test::readBytes(path), RenderConfig(program));
+std::string quoted(const std::string& path) {
+    return "'" + path + "'";
 }
 
-TEST(KscfgNew, BadUseGivesOneLineAndAFailingStatus) {
+// Writes a configuration file in the launcher's layout with the given Quake II and game directory.
+void writeConfig(PathStyle style, const std::string& path, const std::string& qdir, const std::string& gameDir) {
+    test::FakePlatform platform;
+    Program program(platform, style);
+    ConnectHandlers(program);
+    program.frmMain.check("ipCheck").setState(1);
+    program.frmMain.field("QDIR").setText(qdir);
+    program.frmMain.field("FGD").setText(gameDir);
+    program.frmMain.field("FFile").setText(path);
+    ASSERT_TRUE(WriteConfig(program).ok);
+}
+
+std::string withLineEnds(std::string text, const std::string& end) {
+    for (std::size_t at = 0; (at = text.find("\r\n", at)) != std::string::npos; at += end.size())
+        text.replace(at, 2, end);
+    return text;
+}
+
+const std::string kForeignWarningLine =
+    "warning: Kestrand Launcher File Warning: This Configuration file was not created with the Kestrand "
+    "Launcher.  The Program will convert this file to the Kestrand Launcher file format.  You must got to "
+    "Weapons / DM Flags button and set your item preferences on each tab\n";
+
+} // namespace
+
+TEST(Kscfg, NewWritesAFreshLauncherAndConvertBringsItBackByteForByteWhateverItsLineEnds) {
     test::TempDir dir;
-    for (const std::string& arguments : {std::string("new"), std::string("new '") + dir.file("no/such/dir.cfg") + "'",
-                                         std::string("frobnicate"), std::string("")}) {
-        const Outcome outcome = kscfg(arguments);
-        EXPECT_NE(outcome.status, 0) << arguments;
-        EXPECT_EQ(std::count(outcome.output.begin(), outcome.output.end(), '\n'), 1) << outcome.output;
-        EXPECT_TRUE(outcome.output.starts_with("kscfg: ")) << outcome.output;
+    const std::string fresh = dir.file("fresh.cfg"), out = dir.file("out.cfg");
+    ASSERT_EQ(kscfg("new " + quoted(fresh)).status, 0);
+    const std::string original = test::readBytes(fresh);
+    writeConfig(PathStyle::Linux, dir.file("expected.cfg"), "NONE", "NONE");
+    EXPECT_EQ(original, test::readBytes(dir.file("expected.cfg")));
+
+    for (const std::string end : {"\r\n", "\n", "\r"}) {
+        const std::string in = dir.file("ends.cfg");
+        test::writeBytes(in, withLineEnds(original, end));
+        const Outcome outcome = kscfg("convert " + quoted(in) + " -o " + quoted(out));
+        EXPECT_EQ(outcome.status, 0);
+        EXPECT_EQ(outcome.output, "");
+        EXPECT_EQ(test::readBytes(out), original) << (end == "\n" ? "LF" : end == "\r" ? "CR" : "CRLF");
     }
 }
 
-TEST(KscfgHelp, ExplainsEveryCommand) {
-    const Outcome outcome = kscfg("--help");
-    EXPECT_EQ(outcome.status, 0);
-    EXPECT_NE(outcome.output.find("kscfg new FILE"), std::string::npos);
+TEST(Kscfg, ConvertReadsEachFileInTurnWarnsAsTheLauncherWouldAndStopsAtAnUnreadableOne) {
+    test::TempDir dir;
+    const std::string first = dir.file("a.cfg"), second = dir.file("b.cfg"), out = dir.file("out.cfg");
+    test::writeBytes(first, "set dmflags 1024\nset fraglimit 40\nset deathmatch 5\n");
+    test::writeBytes(second, "set fraglimit 50\r\n// set df_no_falling 1\r\n");
+    Outcome result = kscfg("convert " + quoted(first) + " " + quoted(second) + " -o " + quoted(out));
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(result.output,
+              "warning: DeathMatch, Off or On: Must be 0 or 1\n" + kForeignWarningLine + kForeignWarningLine);
+    const std::string converted = test::readBytes(out);
+    for (const char* line : {"\r\nset fraglimit 50\r\n", "\r\nset deathmatch \r\n", "\r\nset dmflags 88\r\n"})
+        EXPECT_NE(converted.find(line), std::string::npos) << line;
+
+    for (const std::string& bad : {dir.file("missing.cfg"), dir.path().string()}) {
+        result = kscfg("convert " + quoted(second) + " " + quoted(bad) + " -o " + quoted(out));
+        EXPECT_EQ(result.status, 1) << bad;
+        EXPECT_EQ(result.output,
+                  kForeignWarningLine + "warning: Kestrand Launcher File Warning: There is no such existing file!\n");
+        EXPECT_EQ(test::readBytes(out), converted);
+    }
+}
+
+TEST(Kscfg, BadUseOrAnUnreadableFileGivesOneLineAndAFailingStatus) {
+    test::TempDir dir;
+    const std::string missing = quoted(dir.file("missing.cfg"));
+    for (const std::string& arguments :
+         {std::string(""), std::string("frobnicate"), std::string("new"), "new " + quoted(dir.file("no/such.cfg")),
+          std::string("convert a.cfg -o"), std::string("command"), std::string("command a.cfg b.cfg"),
+          std::string("command a.cfg --style mac"), std::string("launch"), std::string("launch a.cfg --style linux"),
+          "command " + missing, "launch " + missing}) {
+        const Outcome outcome = kscfg(arguments);
+        EXPECT_NE(outcome.status, 0) << arguments;
+        EXPECT_EQ(std::count(outcome.output.begin(), outcome.output.end(), '\n'), 1) << outcome.output;
+    }
+    const Outcome help = kscfg("--help");
+    EXPECT_EQ(help.status, 0);
+    EXPECT_NE(help.output.find("kscfg new FILE"), std::string::npos);
+}
+
+TEST(KscfgCommand, PrintsTheCommandLineOfRunInTheStyleAsked) {
+    test::TempDir dir;
+    writeConfig(PathStyle::Windows, dir.file("Server.CFG"), "C:\\QUAKE2", "KESTRAND");
+    Outcome windows = kscfg("command Server.CFG --style windows", dir.path().string());
+    EXPECT_EQ(windows.status, 0) << windows.output;
+    EXPECT_EQ(windows.output, "C:\\QUAKE2\\quake2.exe +set game kestrand +set dedicated 1 +set port 27910 +exec "
+                              "server.cfg\n");
+}
+
+TEST(KscfgLaunch, StartsTheServerFromQdirWithExactlyItsArguments) {
+    test::TempDir qdir;
+    fs::create_directory(qdir.path() / "kestrand");
+    const std::string config = (qdir.path() / "kestrand" / "server.cfg").string();
+    writeConfig(PathStyle::Linux, config, qdir.path().string(), "kestrand");
+    // The stand-in server writes its arguments, one a line, and its working directory.
+    test::writeBytes(qdir.file("quake2"), "#!/bin/sh\n"
+                                          "here=$(dirname \"$0\")\n"
+                                          "{ printf '%s\\n' \"$@\"; pwd; } > \"$here/record.tmp\"\n"
+                                          "mv \"$here/record.tmp\" \"$here/record.txt\"\n");
+    fs::permissions(qdir.file("quake2"), fs::perms::owner_all);
+
+    const Outcome outcome = kscfg("launch " + quoted(config));
+    ASSERT_EQ(outcome.status, 0) << outcome.output;
+    EXPECT_EQ(outcome.output,
+              qdir.file("quake2") + " +set game kestrand +set dedicated 1 +set port 27910 +exec server.cfg\n");
+    for (int i = 0; i < 100 && !fs::exists(qdir.path() / "record.txt"); ++i)
+        std::this_thread::sleep_for(std::chrono::milliseconds(50));
+    const std::string record = test::readBytes(qdir.file("record.txt"));
+    ASSERT_FALSE(record.empty());
+    const std::size_t last = record.rfind('\n', record.size() - 2);
+    EXPECT_EQ(record.substr(0, last + 1),
+              "+set\ngame\nkestrand\n+set\ndedicated\n1\n+set\nport\n27910\n+exec\nserver.cfg\n");
+    EXPECT_TRUE(fs::equivalent(record.substr(last + 1, record.size() - last - 2), qdir.path()));
+}
+
+TEST(KscfgLaunch, AFailingStartEndsWithOneClearLine) {
+    test::TempDir qdir;
+    const std::string config = qdir.file("server.cfg");
+    // No game program in QDIR, then a QDIR that does not exist.
+    for (const std::string& dir : {qdir.path().string(), qdir.file("gone")}) {
+        writeConfig(PathStyle::Linux, config, dir, "kestrand");
+        const Outcome outcome = kscfg("launch " + quoted(config));
+        EXPECT_EQ(outcome.status, 1) << outcome.output;
+        const std::size_t lastLine = outcome.output.rfind('\n', outcome.output.size() - 2) + 1;
+        EXPECT_TRUE(outcome.output.substr(lastLine).starts_with("kscfg: Cannot ")) << outcome.output;
+        EXPECT_NE(outcome.output.find(dir), std::string::npos) << outcome.output;
+    }
 }

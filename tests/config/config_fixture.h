@@ -10,6 +10,7 @@
 
 #include <map>
 #include <string>
+#include <vector>
 
 namespace ks::test {
 
@@ -41,8 +42,9 @@ struct Launcher {
     }
 
     // Every text and check box state of the three forms, as "form.name".
-    std::map<std::string, std::string> snapshot() const {
-        std::map<std::string, std::string> all;
+    using Snapshot = std::map<std::string, std::string>;
+    Snapshot snapshot() const {
+        Snapshot all;
         for (const Form* form : {&program.frmMain, &program.Form1, &program.Form2}) {
             for (const auto& field : form->fields())
                 all[form->name() + "." + field->name()] = field->text();
@@ -51,18 +53,20 @@ struct Launcher {
         }
         return all;
     }
-    static std::map<std::string, std::string> changes(const std::map<std::string, std::string>& before,
-                                                      const std::map<std::string, std::string>& after) {
-        std::map<std::string, std::string> changed;
-        for (const auto& [name, text] : after)
+    // Opens the file through File, Open and tells what changed on the three forms.
+    Snapshot openAndSee(const std::string& path) {
+        const Snapshot before = snapshot();
+        open(path);
+        Snapshot changed;
+        for (const auto& [name, text] : snapshot())
             if (before.at(name) != text) changed[name] = text;
         return changed;
     }
-    int messagesSaying(const std::string& text) const {
-        int n = 0;
+    std::vector<std::string> messageTexts() const {
+        std::vector<std::string> texts;
         for (const auto& m : platform.messages)
-            n += m.text == text;
-        return n;
+            texts.push_back(m.text);
+        return texts;
     }
 };
 

@@ -10,8 +10,8 @@ using test::ConfigTest;
 namespace fs = std::filesystem;
 
 namespace {
-constexpr const char* kReplace = "Replace File ?";
-constexpr const char* kUnsaved = "You have not saved your work yet, would you like to save ?";
+const std::string kReplace = "Replace File ?";
+const std::string kUnsaved = "You have not saved your work yet, would you like to save ?";
 
 std::string styleOf(const MessageBoxRequest& m) {
     return m.title + "|" + std::to_string(static_cast<int>(m.buttons)) + "|" +
@@ -70,7 +70,7 @@ TEST_F(ConfigTest, SaveAsOntoAnExistingFileAnsweredNoKeepsTheFileButTakesTheName
 
     platform.messageAnswers = {MessageAnswer::Yes};
     mnuFileSave_Click(program);
-    EXPECT_EQ(messagesSaying(kReplace), 2);
+    EXPECT_EQ(messageTexts(), (std::vector<std::string>{kReplace, kReplace}));
     EXPECT_EQ(test::readBytes(path), RenderConfig(program));
 }
 
@@ -104,16 +104,16 @@ TEST_F(ConfigTest, AfterAnOpenExitAsksEachTimeAndOnlyNoLeaves) {
     EXPECT_EQ(platform.quitCalls, 0);
     mnuFileExit_Click(program);
     EXPECT_EQ(platform.quitCalls, 1);
-    EXPECT_EQ(messagesSaying(kUnsaved), 3);
+    EXPECT_EQ(messageTexts(), (std::vector<std::string>{kUnsaved, kUnsaved, kUnsaved}));
     EXPECT_EQ(styleOf(platform.messages.back()), style("Exit without Save Warning ?", MessageButtons::YesNo, 1));
 }
 
 TEST_F(ConfigTest, DoesFileExistFindsPlainFilesOnly) {
     platform.directories.insert(dir.path().string());
-    for (const auto& [name, expected] : std::vector<std::pair<std::string, int>>{
-             {file("x"), -1}, {dir.path().string(), 0}, {dir.file("none.cfg"), 0}}) {
+    const std::string existing = file("x");
+    for (const std::string& name : {existing, dir.path().string(), dir.file("none.cfg")}) {
         program.state.FileToCheck = name;
         Does_File_Exist(program);
-        EXPECT_EQ(program.state.FileExists, expected) << name;
+        EXPECT_EQ(program.state.FileExists, name == existing ? -1 : 0) << name;
     }
 }

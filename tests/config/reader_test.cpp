@@ -9,29 +9,25 @@
 
 using namespace ks;
 using test::ConfigTest;
-using Changes = std::map<std::string, std::string>;
+using Changes = test::Launcher::Snapshot;
 
 TEST_F(ConfigTest, TheWorkedExampleFillsFieldsAndBoxesAndTheNextSaveWritesTheNewTotal) {
     const std::string path = file("set fraglimit 40\r\nhostname \"Match Server\"\r\nset gravity 800\r\n"
                                   "// set df_no_falling 8\r\n// set df_instant_items 0\r\n");
-    const auto before = snapshot();
-    open(path);
-    EXPECT_EQ(changes(before, snapshot()), (Changes{{"frmMain.FFile", path},
-                                                    {"frmMain.FFGL1", "40"},
-                                                    {"frmMain.FHOSTN", "\"Match Server\""},
-                                                    {"Form1.Check50", "1"},
-                                                    {"Form1.DMFLAG4", "8"},
-                                                    {"Form1.DMFLAGT", "88"}}));
-    ASSERT_EQ(platform.messages.size(), 1u);
-    EXPECT_EQ(platform.messages[0].text, test::kForeignWarning);
+    EXPECT_EQ(openAndSee(path), (Changes{{"frmMain.FFile", path},
+                                         {"frmMain.FFGL1", "40"},
+                                         {"frmMain.FHOSTN", "\"Match Server\""},
+                                         {"Form1.Check50", "1"},
+                                         {"Form1.DMFLAG4", "8"},
+                                         {"Form1.DMFLAGT", "88"}}));
+    EXPECT_EQ(messageTexts(), std::vector<std::string>{test::kForeignWarning});
     EXPECT_EQ(platform.messages[0].title, "Kestrand Launcher File Warning");
-    EXPECT_EQ(platform.messages[0].icon, MessageIcon::Critical);
-    EXPECT_EQ(program.state.ConfigSaved, 0);
 
     mnuFileSave_Click(program);
     const std::string written = test::readBytes(path);
     EXPECT_NE(written.find("\r\nset dmflags 88\r\n"), std::string::npos);
     EXPECT_EQ(written.find("gravity"), std::string::npos);
+    EXPECT_EQ(std::count(written.begin(), written.end(), '\n'), 237);
 }
 
 TEST(Reader, EachFileFillsOnlyWhatItsWordsName) {
@@ -81,9 +77,7 @@ TEST(Reader, EachFileFillsOnlyWhatItsWordsName) {
     for (const Case& c : cases) {
         test::Launcher launcher(PathStyle::Windows);
         const std::string path = launcher.file(c.bytes);
-        const auto before = launcher.snapshot();
-        launcher.open(path);
-        auto changed = launcher.changes(before, launcher.snapshot());
+        auto changed = launcher.openAndSee(path);
         EXPECT_EQ(changed["frmMain.FFile"], path);
         changed.erase("frmMain.FFile");
         EXPECT_EQ(changed, c.changed) << c.bytes.substr(0, 80);
@@ -91,10 +85,7 @@ TEST(Reader, EachFileFillsOnlyWhatItsWordsName) {
         std::vector<std::string> expected;
         if (!c.ruleMessage.empty()) expected.push_back(c.ruleMessage);
         if (!c.ours) expected.push_back(test::kForeignWarning);
-        std::vector<std::string> shown;
-        for (const auto& m : launcher.platform.messages)
-            shown.push_back(m.text);
-        EXPECT_EQ(shown, expected) << c.bytes.substr(0, 80);
+        EXPECT_EQ(launcher.messageTexts(), expected) << c.bytes.substr(0, 80);
     }
 }
 
@@ -127,28 +118,22 @@ TEST(Reader, OnWindowsTheQuakeDirectoryMovesTheDriveUnderGuardAndTheGameDirector
     win.Drive2.onChange([&] { guard.push_back(win.state.ReadingQDIR); });
     test::TempDir dir;
     const std::string path = dir.file("win.cfg");
-    test::writeBytes(path, "// set qdir d:\\Quake2 // Added\r\nset game_dir kestrand\r\n");
-    ASSERT_TRUE(OpenConfigFile(win, path));
-    EXPECT_EQ(win.Drive2.text(), "D:\\");
+    // A drive that is not ready and a directory that does not exist then leave the selectors where they were.
+    for (const char* qdir : {"d:\\Quake2", "N:\\Quake2"}) {
+        test::writeBytes(path, "// set qdir " + std::string(qdir) + " // Added\r\nset game_dir kestrand\r\n");
+        ASSERT_TRUE(OpenConfigFile(win, path));
+        EXPECT_EQ(win.Drive2.text() + "|" + win.Dir2.text(), "D:\\|d:\\Quake2\\kestrand");
+        EXPECT_EQ(win.frmMain.field("QDIR").text(), qdir);
+    }
     EXPECT_EQ(guard, std::vector<int>{1});
     EXPECT_EQ(win.state.ReadingQDIR, 0);
-    EXPECT_EQ(win.Dir2.text(), "d:\\Quake2\\kestrand");
-
-    // A drive that is not ready and a directory that does not exist leave the selectors where they were.
-    test::writeBytes(path, "// set qdir NONE // Added\r\nset game_dir NONE\r\n");
-    ASSERT_TRUE(OpenConfigFile(win, path));
-    EXPECT_EQ(win.Drive2.text(), "D:\\");
-    EXPECT_EQ(win.Dir2.text(), "d:\\Quake2\\kestrand");
-    EXPECT_EQ(win.frmMain.field("QDIR").text(), "NONE");
 }
 
-TEST_F(ConfigTest, AForeignFileIsReplacedByTheWholeLayoutAtTheNextSave) {
+TEST_F(ConfigTest, AForeignFileLeavesTheBoxesAndTheNextSaveWritesTheirTotal) {
     const std::string path = file("set dmflags 1024\n");
     open(path);
     mnuFileSave_Click(program);
-    const std::string written = test::readBytes(path);
-    EXPECT_NE(written.find("\r\nset dmflags 80\r\n"), std::string::npos);
-    EXPECT_EQ(std::count(written.begin(), written.end(), '\n'), 237);
+    EXPECT_NE(test::readBytes(path).find("\r\nset dmflags 80\r\n"), std::string::npos);
 }
 
 TEST_F(ConfigTest, AFileThatCannotBeReadPutsBackNoneOnYellowAndChangesNothingElse) {
@@ -156,14 +141,12 @@ TEST_F(ConfigTest, AFileThatCannotBeReadPutsBackNoneOnYellowAndChangesNothingEls
         main("FFile").setText("/earlier.cfg");
         main("FFile").setBackColour(kWhite);
         platform.messages.clear();
-        const auto before = snapshot();
-        open(path);
-        EXPECT_EQ(changes(before, snapshot()), (Changes{{"frmMain.FFile", "NONE"}})) << path;
+        EXPECT_EQ(openAndSee(path), (Changes{{"frmMain.FFile", "NONE"}})) << path;
         EXPECT_EQ(main("FFile").backColour(), kPaleYellow);
         EXPECT_EQ(program.frmMain.tabs().current(), kMainFirstTab);
-        ASSERT_EQ(platform.messages.size(), 1u) << path;
-        const MessageBoxRequest& m = platform.messages[0];
-        EXPECT_EQ(m.text + "|" + m.title, "There is no such existing file!|Kestrand Launcher File Warning");
+        EXPECT_EQ(messageTexts(), std::vector<std::string>{"There is no such existing file!"}) << path;
+        const MessageBoxRequest& m = platform.messages.at(0);
+        EXPECT_EQ(m.title, "Kestrand Launcher File Warning");
         EXPECT_EQ(m.icon, MessageIcon::Critical);
         EXPECT_EQ(m.buttons, MessageButtons::Ok);
     }
@@ -189,25 +172,16 @@ TEST_F(ConfigTest, TheOpenDialogStartsInTheGameDirectoryAndCancelChangesNothing)
 TEST_F(ConfigTest, AWrittenFileRestoresEveryFieldButTheFiveWithKeysOfTheirOwn) {
     program.frmMain.check("ipCheck").setState(0);
     int n = 0;
-    auto valueFor = [&n](const FieldSpec& row) -> std::string {
+    auto valueFor = [&n](const auto& row) -> std::string {
         ++n;
-        switch (row.kind) {
-        case ValueKind::Switch:
-            return row.defaultText == "1" ? "0" : "1";
-        case ValueKind::Number0to8:
-        case ValueKind::Number0to9:
-            return "7";
-        case ValueKind::QuotedText:
-            return "\"v" + std::to_string(n) + "\"";
-        case ValueKind::Address:
-            return "10.0.0.1";
-        default:
-            return std::to_string(1000 + n);
-        }
+        if (row.kind == ValueKind::Switch) return row.defaultText == "1" ? "0" : "1";
+        if (row.kind == ValueKind::Number0to8 || row.kind == ValueKind::Number0to9) return "7";
+        if (row.kind == ValueKind::QuotedText) return "\"v" + std::to_string(n) + "\"";
+        return row.kind == ValueKind::Address ? "10.0.0.1" : std::to_string(1000 + n);
     };
-    for (const FieldSpec& row : mainFields())
+    for (const auto& row : mainFields())
         if (row.name != "FFile") main(std::string(row.name).c_str()).setText(valueFor(row));
-    for (const FieldSpec& row : weaponFields())
+    for (const auto& row : weaponFields())
         program.Form2.field(row.name).setText(valueFor(row));
     for (const AmmoField& ammo : startAmmo())
         program.Form1.field(ammo.name).setText(std::to_string(++n));
@@ -227,12 +201,6 @@ TEST_F(ConfigTest, AWrittenFileRestoresEveryFieldButTheFiveWithKeysOfTheirOwn) {
     const auto read = fresh.snapshot();
     const std::set<std::string> ownKeys = {"frmMain.FAD1", "frmMain.FAD2", "frmMain.FAD5", "frmMain.FMS3",
                                            "frmMain.ABT"};
-    for (const auto& [name, text] : written) {
-        if (ownKeys.count(name)) {
-            EXPECT_NE(read.at(name), text) << name;
-            EXPECT_EQ(read.at(name), start.at(name)) << name;
-        } else {
-            EXPECT_EQ(read.at(name), text) << name;
-        }
-    }
+    for (const auto& [name, text] : written)
+        EXPECT_EQ(read.at(name), ownKeys.count(name) ? start.at(name) : text) << name;
 }

@@ -29,7 +29,7 @@ public:
     bool failStartProcess = false;
     bool failOpenLink = false;
 
-    std::deque<MessageAnswer> messageAnswers;            // default answer: the first button
+    std::deque<MessageAnswer> messageAnswers;             // default answer: the first button
     std::deque<std::optional<std::string>> dialogAnswers; // default answer: cancel
 
     std::vector<std::string> calls;
@@ -43,61 +43,41 @@ public:
 
     std::string programPath() override { return record("programPath"), program; }
     std::uint32_t soundDeviceCount() override { return record("soundDeviceCount"), soundDevices; }
-    void playSoundAsync(const std::string& path) override {
-        record("playSound " + path);
-        sounds.push_back(path);
-    }
+    void playSoundAsync(const std::string& path) override { record("playSound " + path, sounds, path); }
     MessageAnswer messageBox(const MessageBoxRequest& request) override {
-        record("messageBox " + request.title + ": " + request.text);
-        messages.push_back(request);
-        if (messageAnswers.empty()) return firstButton(request.buttons);
-        const MessageAnswer answer = messageAnswers.front();
-        messageAnswers.pop_front();
-        return answer;
+        record("messageBox " + request.title + ": " + request.text, messages, request);
+        return next(messageAnswers, firstButton(request.buttons));
     }
     std::optional<std::string> fileDialog(const FileDialogRequest& request) override {
-        record("fileDialog " + request.title);
-        dialogs.push_back(request);
-        if (dialogAnswers.empty()) return std::nullopt;
-        auto answer = dialogAnswers.front();
-        dialogAnswers.pop_front();
-        return answer;
+        record("fileDialog " + request.title, dialogs, request);
+        return next(dialogAnswers, std::optional<std::string>());
     }
     bool isPlainFile(const std::string& path) override {
-        record("isPlainFile " + path);
-        return plainFiles.count(path) > 0 || hiddenFiles.count(path) > 0;
+        return record("isPlainFile " + path), plainFiles.count(path) > 0 || hiddenFiles.count(path) > 0;
     }
     bool isVisiblePlainFile(const std::string& path) override {
-        record("isVisiblePlainFile " + path);
-        return plainFiles.count(path) > 0;
+        return record("isVisiblePlainFile " + path), plainFiles.count(path) > 0;
     }
     bool isDirectory(const std::string& path) override {
-        record("isDirectory " + path);
-        return directories.count(path) > 0 || directoriesWithFiles.count(path) > 0;
+        return record("isDirectory " + path), directories.count(path) > 0 || directoriesWithFiles.count(path) > 0;
     }
     bool hasPlainFile(const std::string& directory) override {
-        record("hasPlainFile " + directory);
-        return directoriesWithFiles.count(directory) > 0;
+        return record("hasPlainFile " + directory), directoriesWithFiles.count(directory) > 0;
     }
     OperationResult changeDirectory(const std::string& path) override {
-        record("changeDirectory " + path);
-        directoryChanges.push_back(path);
+        record("changeDirectory " + path, directoryChanges, path);
         if (failChangeDirectory) return OperationResult::failure("No such file or directory");
         cwd = path;
         return OperationResult::success();
     }
     std::string currentDirectory() override { return cwd; }
     OperationResult startProcess(const std::string& commandLine) override {
-        record("startProcess " + commandLine);
-        processes.push_back(commandLine);
-        if (failStartProcess) return OperationResult::failure("No such file or directory");
-        return OperationResult::success();
+        record("startProcess " + commandLine, processes, commandLine);
+        return failStartProcess ? OperationResult::failure("No such file or directory") : OperationResult::success();
     }
     OperationResult openLink(const std::string& target) override {
-        record("openLink " + target);
-        links.push_back(target);
-        if (failOpenLink) return OperationResult::failure("no handler");
-        return OperationResult::success();
+        record("openLink " + target, links, target);
+        return failOpenLink ? OperationResult::failure("no handler") : OperationResult::success();
     }
     std::vector<std::string> drives() override { return driveList; }
     bool driveReady(const std::string& drive) override { return notReadyDrives.count(drive) == 0; }
@@ -106,19 +86,26 @@ public:
         return it == driveCurrent.end() ? drive : it->second;
     }
     std::string homeDirectory() override { return home; }
-    void quit() override {
-        record("quit");
-        ++quitCalls;
-    }
+    void quit() override { record("quit"), ++quitCalls; }
 
     // The answer a box gives when the test did not script one.
     static MessageAnswer firstButton(MessageButtons buttons) {
         return buttons == MessageButtons::YesNo || buttons == MessageButtons::YesNoCancel ? MessageAnswer::Yes
-                                                                                           : MessageAnswer::Ok;
+                                                                                          : MessageAnswer::Ok;
     }
 
 private:
     void record(std::string call) { calls.push_back(std::move(call)); }
+    template <class Item> void record(std::string call, std::vector<Item>& list, const Item& item) {
+        record(std::move(call));
+        list.push_back(item);
+    }
+    template <class Answer> static Answer next(std::deque<Answer>& queue, Answer otherwise) {
+        if (queue.empty()) return otherwise;
+        const Answer answer = queue.front();
+        queue.pop_front();
+        return answer;
+    }
 };
 
 } // namespace ks::test
