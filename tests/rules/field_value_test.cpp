@@ -40,13 +40,13 @@ TEST(FieldValue, ReadsTheLeadingNumberAndNeverFails) {
 }
 
 TEST(PlainDecimal, HasNoExponentNoTrailingZeroAndReadsBackExactly) {
-    EXPECT_EQ(PlainDecimal(-0.0), "0");
-    EXPECT_EQ(PlainDecimal(983039), "983039");
-    EXPECT_EQ(PlainDecimal(8.5), "8.5");
-    EXPECT_EQ(PlainDecimal(1e20), "100000000000000000000");
-    EXPECT_EQ(PlainDecimal(1.5e-7), "0.00000015");
-    EXPECT_EQ(PlainDecimal(-kInf), "-inf");
-    EXPECT_EQ(PlainDecimal(std::nan("")), "nan");
+    for (const auto& [value, text] : {std::pair{-0.0, "0"},
+                                      {8.5, "8.5"},
+                                      {1e20, "100000000000000000000"},
+                                      {1.5e-7, "0.00000015"},
+                                      {-kInf, "-inf"},
+                                      {std::nan(""), "nan"}})
+        EXPECT_EQ(PlainDecimal(value), text);
     for (const double value :
          {0.1 + 0.2, -1.0 / 3, std::numeric_limits<double>::max(), std::numeric_limits<double>::denorm_min()}) {
         const std::string text = PlainDecimal(value);

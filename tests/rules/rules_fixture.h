@@ -24,10 +24,11 @@ struct RulesTest : ::testing::Test {
     ks::Field& flags(std::string_view name) { return program.Form1.field(name); }
     ks::Field& weapons(std::string_view name) { return program.Form2.field(name); }
     ks::CheckBox& check(std::string_view name) { return program.Form1.check(name); }
-    std::vector<std::string> titles() const {
+    // The messages shown so far, each as "TITLE|TEXT".
+    std::vector<std::string> shown() const {
         std::vector<std::string> result;
         for (const auto& message : platform.messages)
-            result.push_back(message.title);
+            result.push_back(message.title + "|" + message.text);
         return result;
     }
 };

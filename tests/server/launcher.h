@@ -19,8 +19,19 @@ struct Launcher {
     Field& field(const char* name) { return program.frmMain.field(name); }
     std::string qdir() { return field("QDIR").text(); }
     std::string gameDir() { return field("FGD").text(); }
+    // Where the selectors and the two directory fields stand: "Drive2 | Dir2 | QDIR | FGD".
+    std::string where() {
+        return program.Drive2.text() + " | " + program.Dir2.text() + " | " + qdir() + " | " + gameDir();
+    }
     bool called(const std::string& call) const {
         return std::find(platform.calls.begin(), platform.calls.end(), call) != platform.calls.end();
+    }
+    // The messages shown so far, each as "TITLE|TEXT".
+    std::vector<std::string> shown() const {
+        std::vector<std::string> out;
+        for (const MessageBoxRequest& message : platform.messages)
+            out.push_back(message.title + "|" + message.text);
+        return out;
     }
     // The calls that reach outside the launcher, in order.
     std::vector<std::string> effects() const {

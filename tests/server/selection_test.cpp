@@ -1,97 +1,76 @@
+#include "config/reader.h"
 #include "frame/program.h"
 #include "frame/selectors.h"
 #include "frame/startup.h"
 #include "server/launcher.h"
 #include "server/selection.h"
+#include "support/temp_dir.h"
 
 #include <gtest/gtest.h>
-
-#include <algorithm>
 
 using namespace ks;
 using test::Launcher;
 
 namespace {
 
-constexpr char kNoDirectoryText[] =
-    "You do not have a Kestrand directory,\rinsure you point the right Kestrand directory";
+constexpr char kNoDirectoryMessage[] =
+    "No Kestrand Directory|You do not have a Kestrand directory,\rinsure you point the right Kestrand directory";
+
+struct Opened : test::Launcher {
+    using Launcher::Launcher;
+    test::TempDir dir;
+
+    // Opens a file of the given lines.
+    void open(const std::string& lines) {
+        const std::string path = dir.file("server.cfg");
+        test::writeBytes(path, lines);
+        ASSERT_TRUE(OpenConfigFile(program, path));
+    }
+};
+
+// The two lines of a written file that name the directories.
+std::string directoryLines(const std::string& qdir, const std::string& gameDir) {
+    return "// set qdir " + qdir + " // Added by KS Launcher - Do NOT modify this section\r\nset game_dir " + gameDir +
+           "\r\n";
+}
 
 } // namespace
 
-TEST(Selectors, MovingTheDirectoryFillsBothFieldsAndTurnsThemWhite) {
+TEST(Selectors, MovingTheDirectoryOrDriveFillsBothFieldsAndBadTargetsChangeNothing) {
     Launcher l(PathStyle::Windows);
-    l.platform.directories = {"C:\\QUAKE2\\KESTRAND", "C:\\QUAKE2", "C:\\"};
-
-    ASSERT_TRUE(SelectDirectory(l.program, "C:\\QUAKE2\\KESTRAND"));
-    EXPECT_EQ(l.qdir(), "C:\\QUAKE2");
-    EXPECT_EQ(l.gameDir(), "KESTRAND");
-    EXPECT_EQ(l.field("QDIR").backColour(), kWhite);
-    EXPECT_EQ(l.field("FGD").backColour(), kWhite);
-
-    SelectDirectory(l.program, "C:\\QUAKE2");
-    EXPECT_EQ(l.qdir(), "C:");
-    EXPECT_EQ(l.gameDir(), "QUAKE2");
-    SelectDirectory(l.program, "C:\\");
-    EXPECT_EQ(l.qdir(), "C:\\");
-    EXPECT_EQ(l.gameDir(), "C:\\");
-
-    // A path that does not exist leaves selector and fields where they were, without a message.
-    EXPECT_FALSE(SelectDirectory(l.program, "C:\\NOWHERE"));
-    EXPECT_EQ(l.program.Dir2.text(), "C:\\");
-    EXPECT_EQ(l.qdir(), "C:\\");
-    EXPECT_TRUE(l.platform.messages.empty());
-}
-
-TEST(Selectors, ChangingTheDriveMovesTheDirectoryToItsCurrentOneAndOverwritesTheFields) {
-    Launcher l(PathStyle::Windows);
-    l.platform.directories = {"C:\\QUAKE2\\KESTRAND", "D:\\GAMES\\Q2"};
+    l.platform.directories = {"C:\\QUAKE2\\KESTRAND", "C:\\", "D:\\GAMES\\Q2"};
     l.platform.driveCurrent["D:"] = "D:\\GAMES\\Q2";
     l.platform.notReadyDrives = {"A:"};
-    SelectDirectory(l.program, "C:\\QUAKE2\\KESTRAND");
+    l.field("QDIR").setBackColour(kPaleYellow);
 
-    // A bare letter names its drive.
+    ASSERT_TRUE(SelectDirectory(l.program, "C:\\QUAKE2\\KESTRAND"));
+    EXPECT_EQ(l.qdir() + " " + l.gameDir(), "C:\\QUAKE2 KESTRAND");
+    EXPECT_EQ(l.field("QDIR").backColour(), kWhite);
+    // A path that does not exist leaves selector and fields where they were.
+    EXPECT_FALSE(SelectDirectory(l.program, "C:\\NOWHERE"));
+    EXPECT_EQ(l.program.Dir2.text() + " " + l.qdir(), "C:\\QUAKE2\\KESTRAND C:\\QUAKE2");
+
+    // A bare letter names its drive; the directory follows to the drive's current one.
     ASSERT_TRUE(SelectDrive(l.program, "D"));
-    EXPECT_EQ(l.program.Drive2.text(), "D:");
-    EXPECT_EQ(l.program.Dir2.text(), "D:\\GAMES\\Q2");
-    EXPECT_EQ(l.qdir(), "D:\\GAMES");
-    EXPECT_EQ(l.gameDir(), "Q2");
-
-    // A drive that is not ready changes nothing and says nothing.
+    EXPECT_EQ(l.where(), "D: | D:\\GAMES\\Q2 | D:\\GAMES | Q2");
+    // A drive that is not ready changes nothing; one whose current directory cannot be shown leaves Dir2 alone.
     EXPECT_FALSE(SelectDrive(l.program, "A:"));
-    EXPECT_EQ(l.program.Drive2.text(), "D:");
-    EXPECT_EQ(l.program.Dir2.text(), "D:\\GAMES\\Q2");
-    EXPECT_TRUE(l.platform.messages.empty());
-
-    // A drive whose current directory cannot be shown leaves the directory selector alone.
+    EXPECT_EQ(l.where(), "D: | D:\\GAMES\\Q2 | D:\\GAMES | Q2");
     ASSERT_TRUE(SelectDrive(l.program, "E:"));
-    EXPECT_EQ(l.program.Dir2.text(), "D:\\GAMES\\Q2");
-    EXPECT_EQ(l.qdir(), "D:\\GAMES");
-}
-
-TEST(Selectors, WhileAQdirLineIsAppliedTheDriveChangeLeavesTheFieldsAlone) {
-    Launcher l(PathStyle::Linux);
-    l.platform.directories = {"/", "/srv/q2"};
-    l.platform.driveCurrent["/"] = "/srv/q2";
-    l.program.state.ReadingQDIR = 1;
-    SelectDrive(l.program, "/");
-    EXPECT_EQ(l.program.Dir2.text(), "/srv/q2");
-    EXPECT_EQ(l.qdir(), "NONE");
-    EXPECT_EQ(l.gameDir(), "NONE");
-    EXPECT_EQ(l.field("QDIR").backColour(), kPaleYellow);
+    EXPECT_EQ(l.program.Dir2.text() + " " + l.qdir(), "D:\\GAMES\\Q2 D:\\GAMES");
+    EXPECT_TRUE(l.platform.messages.empty());
 }
 
 TEST(Highlight, OnlyRealValuesTurnWhiteAndNothingTurnsYellowAgain) {
     Launcher l(PathStyle::Windows);
     for (const char* name : {"QDIR", "FGD"}) {
         Field& field = l.field(name);
-        field.setText("");
-        EXPECT_EQ(field.backColour(), kPaleYellow) << name;
-        field.setText("NONE");
-        EXPECT_EQ(field.backColour(), kPaleYellow) << name;
-        field.setText("x");
-        EXPECT_EQ(field.backColour(), kWhite) << name;
-        field.setText("NONE");
-        EXPECT_EQ(field.backColour(), kWhite) << name;
+        std::vector<Colour> colours;
+        for (const char* text : {"", "NONE", "x", "NONE"}) {
+            field.setText(text);
+            colours.push_back(field.backColour());
+        }
+        EXPECT_EQ(colours, (std::vector<Colour>{kPaleYellow, kPaleYellow, kWhite, kWhite})) << name;
     }
     // The file field counts the empty text as set.
     Field& file = l.field("FFile");
@@ -104,44 +83,34 @@ TEST(Highlight, OnlyRealValuesTurnWhiteAndNothingTurnsYellowAgain) {
 
 TEST(StartupSearch, TheFirstPlaceFoundWinsAndEveryPlaceIsTested) {
     Launcher l(PathStyle::Windows);
+    // Drive c has the directory but no plain file in it: not found.
     l.platform.directoriesWithFiles = {"d:\\quake2\\kestrand\\", "f:\\quake2\\kestrand\\"};
-    l.platform.directories = {"d:\\QUAKE2\\KESTRAND", "C:\\"};
-    l.platform.driveCurrent["C:"] = "C:\\";
+    l.platform.directories = {"c:\\quake2\\kestrand\\", "d:\\QUAKE2\\KESTRAND", "C:\\"};
     l.platform.driveCurrent["d:"] = "d:\\QUAKE2\\KESTRAND";
     l.program.state.FileExists = -1;
 
     LoadMainForm(l.program);
     EXPECT_EQ(l.program.frmMain.check("ipCheck").state(), 1);
-    EXPECT_EQ(l.program.Drive2.text(), "d:");
-    EXPECT_EQ(l.program.Dir2.text(), "d:\\QUAKE2\\KESTRAND");
-    EXPECT_EQ(l.qdir(), "d:\\QUAKE2");
-    EXPECT_EQ(l.gameDir(), "KESTRAND");
+    EXPECT_EQ(l.where(), "d: | d:\\QUAKE2\\KESTRAND | d:\\QUAKE2 | KESTRAND");
     EXPECT_EQ(l.program.state.FileExists, 0); // the result of drive c
-    EXPECT_TRUE(l.called("hasPlainFile c:\\quake2\\kestrand\\"));
-    EXPECT_TRUE(l.called("hasPlainFile e:\\quake2\\kestrand\\"));
-    EXPECT_TRUE(l.called("hasPlainFile f:\\quake2\\kestrand\\"));
+    for (const char* drive : {"c", "e", "f"})
+        EXPECT_TRUE(l.called(std::string("hasPlainFile ") + drive + ":\\quake2\\kestrand\\")) << drive;
     EXPECT_TRUE(l.platform.messages.empty());
 }
 
 TEST(StartupSearch, NothingFoundShowsTheMessageOnceAndLeavesTheSelectorsOnTheRoot) {
-    // The directories exist everywhere but hold no plain file.
-    Launcher l(PathStyle::Windows);
-    l.platform.directories = {"c:\\quake2\\kestrand\\", "d:\\quake2\\kestrand\\", "C:\\QUAKE2\\KESTRAND", "C:\\"};
-    l.platform.driveCurrent["C:"] = "C:\\";
-    l.program.state.FileExists = -1;
+    for (const PathStyle style : {PathStyle::Windows, PathStyle::Linux}) {
+        Launcher l(style);
+        l.platform.home = "";
+        l.platform.directories = {"d:\\quake2\\kestrand\\", "C:\\QUAKE2\\KESTRAND", "C:\\", "/", "/work"};
+        l.platform.driveCurrent["C:"] = "C:\\";
+        l.platform.driveCurrent["/"] = "/work";
 
-    LoadMainForm(l.program);
-    ASSERT_EQ(l.platform.messages.size(), 1u);
-    const MessageBoxRequest& box = l.platform.messages[0];
-    EXPECT_EQ(box.title, "No Kestrand Directory");
-    EXPECT_EQ(box.text, kNoDirectoryText);
-    EXPECT_EQ(box.buttons, MessageButtons::Ok);
-    EXPECT_EQ(box.icon, MessageIcon::None);
-    EXPECT_EQ(l.program.Drive2.text(), "C:");
-    EXPECT_EQ(l.program.Dir2.text(), "C:\\");
-    EXPECT_EQ(l.qdir(), "C:\\");
-    EXPECT_EQ(l.gameDir(), "C:\\");
-    EXPECT_EQ(l.program.state.FileExists, 0);
+        LoadMainForm(l.program);
+        EXPECT_EQ(l.shown(), std::vector<std::string>{kNoDirectoryMessage});
+        EXPECT_EQ(l.platform.messages.at(0).icon, MessageIcon::None);
+        EXPECT_EQ(l.where(), style == PathStyle::Windows ? "C: | C:\\ | C:\\ | C:\\" : "/ | / | / | /");
+    }
 }
 
 TEST(StartupSearch, ASelectorAlreadyOnTheFoundDirectoryRunsNoSplit) {
@@ -150,15 +119,11 @@ TEST(StartupSearch, ASelectorAlreadyOnTheFoundDirectoryRunsNoSplit) {
     l.platform.directories = {"C:\\QUAKE2\\KESTRAND"};
     l.platform.driveCurrent["C:"] = "C:\\QUAKE2\\KESTRAND";
     SelectDrive(l.program, "C:");
-    ASSERT_EQ(l.program.Dir2.text(), "C:\\QUAKE2\\KESTRAND");
     l.field("QDIR").setText("E:\\FROMFILE");
-    l.field("FGD").setText("other");
 
     LoadMainForm(l.program);
     EXPECT_EQ(l.program.state.FileExists, -1);
-    EXPECT_EQ(l.qdir(), "E:\\FROMFILE");
-    EXPECT_EQ(l.gameDir(), "other");
-    EXPECT_TRUE(l.platform.messages.empty());
+    EXPECT_EQ(l.where(), "C: | C:\\QUAKE2\\KESTRAND | E:\\FROMFILE | KESTRAND");
 }
 
 TEST(StartupSearch, LinuxTestsItsFourPlacesInOrderAndTheHomeOneCanWin) {
@@ -166,7 +131,6 @@ TEST(StartupSearch, LinuxTestsItsFourPlacesInOrderAndTheHomeOneCanWin) {
     l.platform.home = "/home/op/";
     l.platform.directoriesWithFiles = {"/home/op/.yq2/kestrand/"};
     l.platform.directories = {"/", "/home/op/.yq2/kestrand"};
-    l.platform.driveCurrent["/"] = "/";
 
     LoadMainForm(l.program);
     std::vector<std::string> tests;
@@ -174,25 +138,46 @@ TEST(StartupSearch, LinuxTestsItsFourPlacesInOrderAndTheHomeOneCanWin) {
         if (call.starts_with("hasPlainFile ")) tests.push_back(call.substr(13));
     EXPECT_EQ(tests, (std::vector<std::string>{"/usr/local/games/quake2/kestrand/", "/usr/share/games/quake2/kestrand/",
                                                "/opt/quake2/kestrand/", "/home/op/.yq2/kestrand/"}));
-    EXPECT_EQ(l.program.Drive2.text(), "/");
-    EXPECT_EQ(l.program.Dir2.text(), "/home/op/.yq2/kestrand");
-    EXPECT_EQ(l.qdir(), "/home/op/.yq2");
-    EXPECT_EQ(l.gameDir(), "kestrand");
+    EXPECT_EQ(l.where(), "/ | /home/op/.yq2/kestrand | /home/op/.yq2 | kestrand");
     EXPECT_TRUE(l.platform.messages.empty());
 }
 
-TEST(StartupSearch, LinuxWithoutAnyPlaceEndsOnTheRoot) {
-    Launcher l(PathStyle::Linux);
-    l.platform.home = "";
-    l.platform.directories = {"/", "/work"};
-    l.platform.driveCurrent["/"] = "/work";
+TEST(OpenMovesSelectors, AnExistingDirectoryTakesBothSelectorsThere) {
+    Opened w(PathStyle::Windows);
+    w.platform.driveList = {"C:", "D:"};
+    w.platform.driveCurrent["D:"] = "D:\\";
+    w.platform.directories = {"D:\\", "D:\\GAMES\\Q2\\Kestrand"};
+    w.open(directoryLines("D:\\GAMES\\Q2", "Kestrand"));
+    EXPECT_EQ(w.where(), "D: | D:\\GAMES\\Q2\\Kestrand | D:\\GAMES\\Q2 | Kestrand");
+    EXPECT_EQ(w.field("QDIR").backColour(), kWhite);
 
-    LoadMainForm(l.program);
-    ASSERT_EQ(l.platform.messages.size(), 1u);
-    EXPECT_EQ(l.platform.messages[0].text, kNoDirectoryText);
-    EXPECT_EQ(l.program.Drive2.text(), "/");
-    EXPECT_EQ(l.program.Dir2.text(), "/");
-    EXPECT_EQ(l.qdir(), "/");
-    EXPECT_EQ(l.gameDir(), "/");
-    EXPECT_EQ(KestrandSearchPlaces(PathStyle::Linux, "").size(), 3u);
+    Opened l(PathStyle::Linux);
+    l.platform.driveCurrent["/"] = "/home/op";
+    l.platform.directories = {"/", "/home/op", "/srv/quake 2/kestrand", "/srv/q2/kestrand"};
+    l.open(directoryLines("/srv/q2", "kestrand"));
+    EXPECT_EQ(l.where(), "/ | /srv/q2/kestrand | /srv/q2 | kestrand");
+}
+
+TEST(OpenMovesSelectors, ValuesNamingNoDirectoryStayInTheFieldsAndTheSelectorStaysOnTheDrive) {
+    Opened l(PathStyle::Linux);
+    l.platform.driveCurrent["/"] = "/home/op";
+    l.platform.directories = {"/", "/home/op"};
+    l.open(directoryLines("/nowhere/q2", "kestrand"));
+    EXPECT_EQ(l.where(), "/ | /home/op | /nowhere/q2 | kestrand");
+
+    // "NONE" is read as it stands and keeps the yellow.
+    Opened n(PathStyle::Windows);
+    n.open(directoryLines("NONE", "NONE"));
+    EXPECT_EQ(n.qdir() + " " + n.gameDir(), "NONE NONE");
+    EXPECT_EQ(n.field("QDIR").backColour(), kPaleYellow);
+}
+
+TEST(OpenMovesSelectors, ALinuxPathKeepsItsSlashesWhileACommentStillEndsTheLine) {
+    const std::string rec = "// set qdir /srv/q2 // Added by KS Launcher - Do NOT modify this section ";
+    EXPECT_EQ(CutRecord(rec, PathStyle::Linux).words[3], "/srv/q2");
+    EXPECT_EQ(CutRecord(rec, PathStyle::Windows).words[3], "");
+    // A "//" behind a value ends the line in both styles; a lone slash only in the Windows style.
+    EXPECT_EQ(CutRecord("set maxclients 8 //max 16 ", PathStyle::Linux).words[2], "8");
+    EXPECT_EQ(CutRecord("set sv_logdir log/k ", PathStyle::Linux).words[2], "log/k");
+    EXPECT_EQ(CutRecord("set sv_logdir log/k ", PathStyle::Windows).words[2], "");
 }
