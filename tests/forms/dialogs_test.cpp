@@ -26,10 +26,10 @@ QString textOf(QWidget* dialog, const char* name) {
 
 } // namespace
 
-class FlagsDialogTest : public QObject {
+class DialogsTest : public QObject {
     Q_OBJECT
 private slots:
-    void theButtonOpensItModallyItsClicksReachTheFileAndReopeningShowsThemAgain() {
+    void theFlagsButtonOpensItModallyItsClicksReachTheFileAndReopeningShowsThemAgain() {
         Launcher launcher;
         FlagsDialog* flags = launcher.window->flagsDialog();
         int shown = 0;
@@ -65,7 +65,7 @@ private slots:
         QCOMPARE(shown, 2);
     }
 
-    void everyTabHoldsItsGroupsUnderHeadingsWithTotalsAndOnlyTheTypedFieldsTakeTyping() {
+    void everyFlagsTabHoldsItsGroupsUnderHeadingsWithTotalsAndOnlyTheTypedFieldsTakeTyping() {
         Launcher launcher;
         RowTabs* tabs = launcher.window->flagsDialog()->tabs();
         QCOMPARE(tabs->count(), 6);
@@ -89,7 +89,7 @@ private slots:
             QVERIFY(inGroup(tabs->page(kStartAmmoTab)->findChild<QLineEdit*>(qt(ammo.name)), kStartAmmoHeading));
     }
 
-    void checkBoxesShowTheCoreHiddenOrNotAndTypingReachesIt() {
+    void flagCheckBoxesShowTheCoreHiddenOrNotAndTypingReachesIt() {
         Launcher launcher;
         FlagsDialog* dialog = launcher.window->flagsDialog();
         launcher.program.Form1.check("Check62").setState(1);
@@ -103,19 +103,13 @@ private slots:
             // The next click in the group adds the typed 7 in.
             QTest::mouseClick(dialog->findChild<QCheckBox*>("Check80"), Qt::LeftButton);
             QCOMPARE(textOf(dialog, "ABT"), QStringLiteral("9"));
-            launcher.program.Form1.tabs().setCurrent(2);
-            typeInto(dialog->findChild<QLineEdit*>("SAS"), QStringLiteral("50"));
             pressClose(dialog);
         });
         launcher.window->Command1_Click();
-        QCOMPARE(launcher.program.Form1.field("SAS").text(), std::string("50"));
+        QCOMPARE(launcher.program.Form1.field("ABT").text(), std::string("9"));
     }
-};
 
-class WeaponsDialogTest : public QObject {
-    Q_OBJECT
-private slots:
-    void theButtonOpensItModallyWithEveryFieldAndReopeningKeepsThem() {
+    void theWeaponsButtonOpensItModallyWithEveryFieldAndReopeningKeepsThem() {
         Launcher launcher;
         WeaponsDialog* weapons = launcher.window->weaponsDialog();
         int shown = 0;
@@ -158,7 +152,6 @@ private slots:
     }
 };
 
-static RegisterTest<FlagsDialogTest> registerFlagsDialogTest;
-static RegisterTest<WeaponsDialogTest> registerWeaponsDialogTest;
+static RegisterTest<DialogsTest> registerDialogsTest;
 
 #include "dialogs_test.moc"
