@@ -9,6 +9,8 @@
 #include <QHeaderView>
 #include <QSignalBlocker>
 
+#include <utility>
+
 namespace ks {
 
 DriveView::DriveView(Program& program, QWidget* parent) : QComboBox(parent), program_(program) {
@@ -52,6 +54,18 @@ DirectoryView::DirectoryView(Program& program, QWidget* parent)
     connect(this, &QTreeView::activated, this, [this](const QModelIndex& index) {
         const std::string path = fromQt(QDir::toNativeSeparators(model_->filePath(index)));
         if (!SelectDirectory(program_, path)) refresh();
+    });
+    // The model reads directories in the background and sorts them afterwards: once one on the way to the
+    // selected directory has been read and sorted, the selection is brought into view.
+    connect(model_, &QFileSystemModel::directoryLoaded, this, [this](const QString& loaded) {
+        const QString current = model_->filePath(currentIndex());
+        const QString prefix = loaded.endsWith(QLatin1Char('/')) ? loaded : loaded + QLatin1Char('/');
+        if (current.isEmpty() || (current != loaded && !current.startsWith(prefix))) return;
+        scrollTo(currentIndex());
+        sortPending_ = true;
+    });
+    connect(model_, &QAbstractItemModel::layoutChanged, this, [this] {
+        if (std::exchange(sortPending_, false)) scrollTo(currentIndex());
     });
     refresh();
 }

@@ -38,6 +38,7 @@ private:
 
     Program& program_;
     QFileSystemModel* model_;
+    bool sortPending_ = false; // a directory on the way to the selection was read and awaits its sorting
     Observers::Id driveView_;
     Observers::Id dirView_;
 };

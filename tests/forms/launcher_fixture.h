@@ -1,11 +1,15 @@
 #pragma once
 
 #include "forms/main_window.h"
+#include "forms/qt_platform.h"
 #include "frame/program.h"
 #include "frame/startup.h"
 #include "support/fake_platform.h"
 
 #include <QApplication>
+#include <QGroupBox>
+#include <QLabel>
+#include <QLineEdit>
 #include <QObject>
 #include <QTest>
 #include <QTimer>
@@ -13,6 +17,7 @@
 
 #include <functional>
 #include <memory>
+#include <string_view>
 #include <vector>
 
 namespace ks::test {
@@ -23,7 +28,9 @@ struct Launcher {
     Program program{platform, PathStyle::Linux};
     std::unique_ptr<MainWindow> window;
 
-    Launcher() {
+    // `prepare` sets up the platform before the window is built.
+    explicit Launcher(const std::function<void(FakePlatform&)>& prepare = {}) {
+        if (prepare) prepare(platform);
         ConnectHandlers(program);
         window = std::make_unique<MainWindow>(program);
         LoadMainForm(program);
@@ -38,6 +45,33 @@ struct Launcher {
     }
 };
 
+inline QString qt(std::string_view text) {
+    return toQt(std::string(text));
+}
+
+inline bool contains(const std::string& text, const std::string& part) {
+    return text.find(part) != std::string::npos;
+}
+
+inline QLabel* labelOf(const QWidget* root, const QWidget* field) {
+    for (QLabel* label : root->findChildren<QLabel*>())
+        if (label->buddy() == field) return label;
+    return nullptr;
+}
+
+inline bool inGroup(const QWidget* widget, std::string_view caption) {
+    auto* box = qobject_cast<QGroupBox*>(widget->parentWidget());
+    return box && box->title() == qt(caption);
+}
+
+// Puts the text in place of what the box holds, one keystroke at a time (letters beyond ASCII included).
+inline void typeInto(QLineEdit* edit, const QString& text) {
+    edit->setFocus(Qt::MouseFocusReason);
+    edit->selectAll();
+    for (const QChar c : text)
+        QTest::sendKeyEvent(QTest::Click, edit, Qt::Key_A, QString(c), Qt::NoModifier);
+}
+
 // Runs `step` once the next modal dialog is up, and shuts every modal dialog that is still open a few
 // seconds later, so that a failing step cannot hang the run.
 inline void whenModal(std::function<void(QWidget*)> step) {
@@ -46,7 +80,8 @@ inline void whenModal(std::function<void(QWidget*)> step) {
         step(dialog);
     });
     QTimer::singleShot(5000, [] {
-        while (QWidget* dialog = QApplication::activeModalWidget()) dialog->hide();
+        while (QWidget* dialog = QApplication::activeModalWidget())
+            dialog->hide();
     });
 }
 
