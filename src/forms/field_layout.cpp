@@ -43,7 +43,7 @@ QGridLayout* newGrid(QWidget* owner) {
 
 class PageBuilder {
 public:
-    PageBuilder(QWidget* page, Form& form, std::span<const FieldSpec> rows, int tab, const ColumnPlan& plan,
+    PageBuilder(QWidget* page, Form& form, std::span<const FieldRow> rows, int tab, const ColumnPlan& plan,
                 const PageExtras& extras)
         : page_(page), form_(form), rows_(rows), tab_(tab), plan_(plan), extras_(extras) {}
 
@@ -55,7 +55,7 @@ public:
         newColumn();
         std::vector<std::string_view> doneGroups;
         for (std::size_t i = 0; i < rows_.size(); ++i) {
-            const FieldSpec& entry = rows_[i];
+            const FieldRow& entry = rows_[i];
             if (!onPage(entry)) continue;
             if (!entry.group.empty()) {
                 if (std::find(doneGroups.begin(), doneGroups.end(), entry.group) != doneGroups.end()) continue;
@@ -87,7 +87,7 @@ public:
     }
 
 private:
-    bool onPage(const FieldSpec& entry) const { return tab_ == kAnyTab || entry.tab == tab_; }
+    bool onPage(const FieldRow& entry) const { return tab_ == kAnyTab || entry.tab == tab_; }
 
     bool isBreak(std::string_view name) const {
         return std::find(plan_.breaks.begin(), plan_.breaks.end(), name) != plan_.breaks.end() && !name.empty();
@@ -116,7 +116,7 @@ private:
 
     // The field's row; a row that the shared label already covers gets no label of its own.
     void addRow(QGridLayout* grid, std::size_t index) {
-        const FieldSpec& entry = rows_[index];
+        const FieldRow& entry = rows_[index];
         Field& field = form_.field(entry.name);
         auto* edit = new FieldEdit(field);
         edit->setFixedHeight(kRowHeight);
@@ -125,14 +125,14 @@ private:
 
         QWidget* fieldCell = edit;
         const bool hasCheck = std::any_of(extras_.checks.begin(), extras_.checks.end(),
-                                          [&](const CheckSpec& check) { return check.nearField == entry.name; });
+                                          [&](const CheckRow& check) { return check.nearField == entry.name; });
         if (hasCheck) {
             auto* cell = new QWidget;
             auto* line = new QHBoxLayout(cell);
             line->setContentsMargins(0, 0, 0, 0);
             line->setSpacing(4);
             line->addWidget(edit, 1);
-            for (const CheckSpec& check : extras_.checks)
+            for (const CheckRow& check : extras_.checks)
                 if (check.nearField == entry.name) line->addWidget(new CheckView(form_.check(check.name)));
             fieldCell = cell;
         }
@@ -173,7 +173,7 @@ private:
 
     QWidget* page_;
     Form& form_;
-    std::span<const FieldSpec> rows_;
+    std::span<const FieldRow> rows_;
     int tab_;
     const ColumnPlan& plan_;
     const PageExtras& extras_;
@@ -192,7 +192,7 @@ bool isShortKind(ValueKind kind) {
            kind == ValueKind::Number0to9;
 }
 
-std::vector<QVBoxLayout*> layOutFields(QWidget* page, Form& form, std::span<const FieldSpec> rows, int tab,
+std::vector<QVBoxLayout*> layOutFields(QWidget* page, Form& form, std::span<const FieldRow> rows, int tab,
                                        const ColumnPlan& plan, const PageExtras& extras) {
     return PageBuilder(page, form, rows, tab, plan, extras).build();
 }

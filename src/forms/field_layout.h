@@ -26,7 +26,7 @@ struct ColumnPlan {
 // What stands beside the fields besides their labels: hints and check boxes, each at its field.
 struct PageExtras {
     std::span<const Hint> hints;
-    std::span<const CheckSpec> checks;
+    std::span<const CheckRow> checks;
 };
 
 // Height of one text box: the classic 285 twips.
@@ -36,7 +36,7 @@ inline constexpr int kRowHeight = 19;
 // label to the left at the same height and its tool tip; grouped fields inside a frame with the group's
 // caption, in the order the catalogue gives. Gives the columns, so that the caller can add more to them.
 inline constexpr int kAnyTab = -2;
-std::vector<QVBoxLayout*> layOutFields(QWidget* page, Form& form, std::span<const FieldSpec> rows, int tab,
+std::vector<QVBoxLayout*> layOutFields(QWidget* page, Form& form, std::span<const FieldRow> rows, int tab,
                                        const ColumnPlan& plan, const PageExtras& extras = {});
 
 // A short box for a switch or a number; a long one for texts, paths and addresses.

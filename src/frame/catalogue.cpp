@@ -10,7 +10,7 @@ namespace ks {
 namespace {
 
 // Generated from the settings catalogue; one row per field of the main window.
-constexpr FieldSpec kMainFieldRows[] = {
+constexpr FieldRow kMainFieldRows[] = {
     {"FHOSTN", "hostname", "hostname", "Hostname", "This is the name reported to Quake Master Servers used to report your server to the Quake World", 0, ValueKind::QuotedText, ""},
     {"FDM", "deathmatch", "1", "Deathmatch", "1 - DeathMatch, 0 - Off", 0, ValueKind::Switch, ""},
     {"FPUBLIC", "public", "1", "Public", "1 - Makes your server availble for the world to see, 0 - Off", 0, ValueKind::Switch, ""},
@@ -96,7 +96,7 @@ constexpr FieldSpec kMainFieldRows[] = {
     {"FFile", "", "NONE", "Current CFG File:", "The Current Config file your working on", kAboveTabs, ValueKind::Path, ""},
 };
 
-constexpr FieldSpec kWeaponFieldRows[] = {
+constexpr FieldRow kWeaponFieldRows[] = {
     {"DL1", "damage_locate", "0", "Damage Locate", "1 - Head shots do more damage Torso shots Normal Damage, Leg shots less damage, 0 - Off", 0, ValueKind::Switch, "Location Damage"},
     {"FDD1", "damage_display", "0", "Display Damage", "1 - Display on clients screen where their shots hit opponets, 0 - Off", 0, ValueKind::Switch, "Location Damage"},
     {"FSWT", "shotgun_wait", "18", "Shotgun", "Wait time, for Shot Gun Reload, 18 is Default", 0, ValueKind::Number, "Weapon Firing Rates"},
@@ -276,11 +276,11 @@ constexpr Hint kHintRows[] = {
               "8 - HyperBlaster, 9 Rail Gun"},
 };
 
-constexpr CheckSpec kMainCheckRows[] = {
+constexpr CheckRow kMainCheckRows[] = {
     {"ipCheck", "Use Default", "Checked uses Default IP address", 0, "IP"},
 };
 
-Field& addSpec(Form& form, const FieldSpec& row) {
+Field& addRow(Form& form, const FieldRow& row) {
     return form.addField(std::string(row.name), std::string(row.key), std::string(row.defaultText),
                          std::string(row.label), std::string(row.toolTip));
 }
@@ -289,25 +289,25 @@ Field& addSpec(Form& form, const FieldSpec& row) {
 
 std::span<const std::string_view> mainTabs() { return kMainTabRows; }
 std::span<const std::string_view> flagTabs() { return kFlagTabRows; }
-std::span<const FieldSpec> mainFields() { return kMainFieldRows; }
-std::span<const FieldSpec> weaponFields() { return kWeaponFieldRows; }
+std::span<const FieldRow> mainFields() { return kMainFieldRows; }
+std::span<const FieldRow> weaponFields() { return kWeaponFieldRows; }
 std::span<const FlagGroup> flagGroups() { return kFlagGroupRows; }
 std::span<const AmmoField> startAmmo() { return kStartAmmoRows; }
 std::span<const GroupCaption> mainGroupCaptions() { return kGroupCaptionRows; }
 std::span<const std::string_view> weaponHeadings() { return kWeaponHeadingRows; }
 std::span<const Hint> mainHints() { return kHintRows; }
-std::span<const CheckSpec> mainCheckBoxes() { return kMainCheckRows; }
+std::span<const CheckRow> mainCheckBoxes() { return kMainCheckRows; }
 
 void buildMainForm(Form& form) {
-    for (const FieldSpec& row : kMainFieldRows) {
-        Field& field = addSpec(form, row);
+    for (const FieldRow& row : kMainFieldRows) {
+        Field& field = addRow(form, row);
         if (row.kind == ValueKind::Path) {
             // The sentinels: read-only, yellow while unset.
             field.setEnabled(false);
             field.setBackColour(kPaleYellow);
         }
     }
-    for (const CheckSpec& row : kMainCheckRows)
+    for (const CheckRow& row : kMainCheckRows)
         form.addCheckBox(std::string(row.name), std::string(row.caption), std::string(row.toolTip));
     std::vector<std::string> captions(std::begin(kMainTabRows), std::end(kMainTabRows));
     form.addTabs("SSTab1", captions, kMainFirstTab);
@@ -333,7 +333,7 @@ void buildFlagsForm(Form& form) {
 }
 
 void buildWeaponsForm(Form& form) {
-    for (const FieldSpec& row : kWeaponFieldRows) addSpec(form, row);
+    for (const FieldRow& row : kWeaponFieldRows) addRow(form, row);
 }
 
 } // namespace ks

@@ -22,7 +22,7 @@ enum class ValueKind {
 // The field stands above the tab control rather than on a tab.
 inline constexpr int kAboveTabs = -1;
 
-struct FieldSpec {
+struct FieldRow {
     std::string_view name;
     std::string_view key;
     std::string_view defaultText;
@@ -72,7 +72,7 @@ struct Hint {
     std::string_view text;
 };
 
-struct CheckSpec {
+struct CheckRow {
     std::string_view name;
     std::string_view caption;
     std::string_view toolTip;
@@ -99,14 +99,14 @@ inline constexpr int kFlagsFirstTab = 1; // "Item Bans"
 
 std::span<const std::string_view> mainTabs();
 std::span<const std::string_view> flagTabs();
-std::span<const FieldSpec> mainFields();
-std::span<const FieldSpec> weaponFields();
+std::span<const FieldRow> mainFields();
+std::span<const FieldRow> weaponFields();
 std::span<const FlagGroup> flagGroups();
 std::span<const AmmoField> startAmmo();
 std::span<const GroupCaption> mainGroupCaptions();
 std::span<const std::string_view> weaponHeadings();
 std::span<const Hint> mainHints();
-std::span<const CheckSpec> mainCheckBoxes();
+std::span<const CheckRow> mainCheckBoxes();
 
 // The label of the camping distance field carries its own name; one label spans two respawn fields.
 inline constexpr std::string_view kCampDistanceLabelName = "FCD1";

@@ -117,7 +117,7 @@ private slots:
             QVERIFY(dialog == weapons && dialog->isModal());
             ++shown;
             QCOMPARE(dialog->windowTitle(), qt(kWeaponsCaption));
-            for (const FieldSpec& entry : weaponFields()) {
+            for (const FieldRow& entry : weaponFields()) {
                 auto* edit = dialog->findChild<FieldEdit*>(qt(entry.name));
                 QVERIFY2(edit && edit->isEnabled(), entry.name.data());
                 QCOMPARE(edit->text(), qt(entry.defaultText));

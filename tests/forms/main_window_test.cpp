@@ -35,7 +35,7 @@ private slots:
         Launcher launcher;
         QWidget* window = launcher.window.get();
         QWidget* ground = launcher.window->centralWidget();
-        for (const FieldSpec& entry : mainFields()) {
+        for (const FieldRow& entry : mainFields()) {
             const QByteArray name = qt(entry.name).toLatin1();
             auto* edit = launcher.find<FieldEdit>(name.constData());
             QVERIFY2(edit, name.constData());

@@ -14,8 +14,8 @@ TEST_F(RulesTest, EveryRangedFieldHasOneRuleUpToItsBoundWithItsOwnWordsAndNoOthe
     const std::map<ValueKind, int> highest{
         {ValueKind::Switch, 1}, {ValueKind::Number0to8, 8}, {ValueKind::Number0to9, 9}};
     std::size_t ruled = 0;
-    for (const auto& [form, specs] : {std::pair{RuleForm::Main, mainFields()}, {RuleForm::Weapons, weaponFields()}})
-        for (const FieldSpec& row : specs) {
+    for (const auto& [form, rows] : {std::pair{RuleForm::Main, mainFields()}, {RuleForm::Weapons, weaponFields()}})
+        for (const FieldRow& row : rows) {
             if (!highest.contains(row.kind)) continue;
             ++ruled;
             const NumericRule* rule = findNumericRule(form, row.name);

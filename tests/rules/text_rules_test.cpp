@@ -46,7 +46,7 @@ TEST(Quoting, ValueTrimsBlanksAndQuotesWhileInlineOnlyQuotes) {
 }
 
 TEST_F(RulesTest, LeavingAQuotedTextFieldQuotesItButTextSetByCodeStays) {
-    for (const FieldSpec& row : mainFields()) {
+    for (const FieldRow& row : mainFields()) {
         main(row.name).setText(" x ");
         EXPECT_EQ(main(row.name).text(), " x ") << row.name;
         main(row.name).validate();
