@@ -12,8 +12,6 @@
 #include <QGroupBox>
 #include <QHBoxLayout>
 #include <QLabel>
-#include <QPushButton>
-#include <QVBoxLayout>
 
 namespace ks {
 
@@ -37,26 +35,9 @@ QWidget* groupFrame(std::string_view heading) {
 } // namespace
 
 FlagsDialog::FlagsDialog(Program& program, QWidget* parent)
-    : QDialog(parent), program_(program), tabs_(new RowTabs(program.Form1.tabs(), 3, this)) {
-    setObjectName(QStringLiteral("Form1"));
-    setWindowTitle(qt(kFlagsCaption));
-    setFont(launcherFont());
-    setModal(true);
+    : SettingsDialog(program, "Form1", kFlagsCaption, parent), tabs_(new RowTabs(program.Form1.tabs(), 3, this)) {
     for (int tab = 0; tab < tabs_->count(); ++tab) buildPage(tab);
-
-    auto* close = new QPushButton(qt(kCloseCaption));
-    close->setObjectName(QStringLiteral("Command1"));
-    close->setAutoDefault(false);
-    connect(close, &QPushButton::clicked, this, &FlagsDialog::Command1_Click);
-
-    auto* layout = new QVBoxLayout(this);
-    layout->setContentsMargins(6, 6, 6, 6);
-    layout->addWidget(tabs_, 1);
-    auto* buttons = new QHBoxLayout;
-    buttons->addStretch(1);
-    buttons->addWidget(close);
-    layout->addLayout(buttons);
-    layout->setSizeConstraint(QLayout::SetFixedSize);
+    setContent(tabs_);
 }
 
 void FlagsDialog::buildPage(int tab) {
@@ -113,11 +94,6 @@ void FlagsDialog::buildPage(int tab) {
         row->addWidget(box, 0, Qt::AlignTop);
     }
     row->addStretch(1);
-}
-
-void FlagsDialog::Command1_Click() {
-    program_.PlayCue("button.wav");
-    hide();
 }
 
 } // namespace ks

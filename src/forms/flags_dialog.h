@@ -1,15 +1,14 @@
 #pragma once
 
-#include <QDialog>
+#include "forms/settings_dialog.h"
 
 namespace ks {
 
-class Program;
 class RowTabs;
 
 // The flags dialog, a view of Form1: six tabs of check boxes with their item fields and totals, and the
 // start ammunition. Close and the window's close box only hide it, so everything stays as it was left.
-class FlagsDialog : public QDialog {
+class FlagsDialog : public SettingsDialog {
     Q_OBJECT
 public:
     explicit FlagsDialog(Program& program, QWidget* parent = nullptr);
@@ -18,9 +17,6 @@ public:
 
 private:
     void buildPage(int tab);
-    void Command1_Click();
-
-    Program& program_;
     RowTabs* tabs_;
 };
 
