@@ -61,11 +61,11 @@ DirectoryView::DirectoryView(Program& program, QWidget* parent)
         const QString current = model_->filePath(currentIndex());
         const QString prefix = loaded.endsWith(QLatin1Char('/')) ? loaded : loaded + QLatin1Char('/');
         if (current.isEmpty() || (current != loaded && !current.startsWith(prefix))) return;
-        scrollTo(currentIndex());
+        scrollTo(currentIndex(), PositionAtCenter);
         sortPending_ = true;
     });
     connect(model_, &QAbstractItemModel::layoutChanged, this, [this] {
-        if (std::exchange(sortPending_, false)) scrollTo(currentIndex());
+        if (std::exchange(sortPending_, false)) scrollTo(currentIndex(), PositionAtCenter);
     });
     refresh();
 }
@@ -88,7 +88,7 @@ void DirectoryView::refresh() {
     if (current.isValid()) {
         setCurrentIndex(current);
         expand(current);
-        scrollTo(current);
+        scrollTo(current, PositionAtCenter);
     }
 }
 
