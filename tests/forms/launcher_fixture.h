@@ -86,7 +86,10 @@ inline void whenModal(std::function<void(QWidget*)> step) {
 }
 
 // The test classes of this program register themselves; main runs them all.
-std::vector<std::function<QObject*()>>& testClasses();
+inline std::vector<std::function<QObject*()>>& testClasses() {
+    static std::vector<std::function<QObject*()>> classes;
+    return classes;
+}
 
 template <class T> struct RegisterTest {
     RegisterTest() {
