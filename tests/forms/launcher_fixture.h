@@ -2,6 +2,7 @@
 
 #include "forms/main_window.h"
 #include "forms/qt_platform.h"
+#include "forms/row_tabs.h"
 #include "frame/program.h"
 #include "frame/startup.h"
 #include "support/fake_platform.h"
@@ -10,10 +11,8 @@
 #include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
-#include <QObject>
 #include <QTest>
 #include <QTimer>
-#include <QWidget>
 
 #include <functional>
 #include <memory>
@@ -37,7 +36,7 @@ struct Launcher {
         // Forget the start-up search and its message: the tests look at what came after.
         platform.messages.clear();
         window->show();
-        (void)QTest::qWaitForWindowExposed(window.get());
+        (void)QTest::qWaitForWindowActive(window.get());
     }
 
     template <class T = QWidget> T* find(const char* name, QWidget* root = nullptr) const {
@@ -49,8 +48,8 @@ inline QString qt(std::string_view text) {
     return toQt(std::string(text));
 }
 
-inline bool contains(const std::string& text, const std::string& part) {
-    return text.find(part) != std::string::npos;
+inline void clickTab(RowTabs* tabs, int tab) {
+    QTest::mouseClick(tabs, Qt::LeftButton, {}, tabs->tabRect(tab).center());
 }
 
 inline QLabel* labelOf(const QWidget* root, const QWidget* field) {
@@ -75,10 +74,7 @@ inline void typeInto(QLineEdit* edit, const QString& text) {
 // Runs `step` once the next modal dialog is up, and shuts every modal dialog that is still open a few
 // seconds later, so that a failing step cannot hang the run.
 inline void whenModal(std::function<void(QWidget*)> step) {
-    QTimer::singleShot(0, [step] {
-        QWidget* dialog = QApplication::activeModalWidget();
-        step(dialog);
-    });
+    QTimer::singleShot(0, [step] { step(QApplication::activeModalWidget()); });
     QTimer::singleShot(5000, [] {
         while (QWidget* dialog = QApplication::activeModalWidget())
             dialog->hide();
@@ -86,7 +82,10 @@ inline void whenModal(std::function<void(QWidget*)> step) {
 }
 
 // The test classes of this program register themselves; main runs them all.
-std::vector<std::function<QObject*()>>& testClasses();
+inline std::vector<std::function<QObject*()>>& testClasses() {
+    static std::vector<std::function<QObject*()>> classes;
+    return classes;
+}
 
 template <class T> struct RegisterTest {
     RegisterTest() {

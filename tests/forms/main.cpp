@@ -1,17 +1,5 @@
 #include "launcher_fixture.h"
 
-#include <QApplication>
-#include <QTest>
-
-#include <memory>
-
-namespace ks::test {
-std::vector<std::function<QObject*()>>& testClasses() {
-    static std::vector<std::function<QObject*()>> classes;
-    return classes;
-}
-} // namespace ks::test
-
 int main(int argc, char** argv) {
     QApplication app(argc, argv);
     int failures = 0;
