@@ -1,10 +1,5 @@
 #include "config/writer.h"
-#include "frame/program.h"
-#include "frame/startup.h"
-#include "support/fake_platform.h"
-#include "support/temp_dir.h"
-
-#include <gtest/gtest.h>
+#include "support/launcher.h"
 
 #include <algorithm>
 #include <array>
@@ -44,14 +39,11 @@ std::string quoted(const std::string& path) {
 
 // Writes a configuration file in the launcher's layout with the given Quake II and game directory.
 void writeConfig(PathStyle style, const std::string& path, const std::string& qdir, const std::string& gameDir) {
-    test::FakePlatform platform;
-    Program program(platform, style);
-    ConnectHandlers(program);
-    program.frmMain.check("ipCheck").setState(1);
-    program.frmMain.field("QDIR").setText(qdir);
-    program.frmMain.field("FGD").setText(gameDir);
-    program.frmMain.field("FFile").setText(path);
-    ASSERT_TRUE(WriteConfig(program).ok);
+    test::Launcher l(style);
+    l.main("QDIR").setText(qdir);
+    l.main("FGD").setText(gameDir);
+    l.main("FFile").setText(path);
+    ASSERT_TRUE(WriteConfig(l.program).ok);
 }
 
 std::string withLineEnds(std::string text, const std::string& end) {

@@ -1,8 +1,9 @@
 #include "config/writer.h"
 #include "frame/catalogue.h"
-#include "rules_fixture.h"
+#include "support/launcher.h"
 
 using namespace ks;
+using RulesTest = test::LauncherTest;
 
 TEST_F(RulesTest, EachMemberSetsItsBitAndTheTotalFollowsAndReturnsWhenClickedBack) {
     for (const FlagGroup& group : flagGroups())

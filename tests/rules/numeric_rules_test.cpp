@@ -1,10 +1,11 @@
 #include "frame/catalogue.h"
 #include "rules/numeric_rules.h"
-#include "rules_fixture.h"
+#include "support/launcher.h"
 
 #include <map>
 
 using namespace ks;
+using RulesTest = test::LauncherTest;
 
 TEST_F(RulesTest, EveryRangedFieldHasOneRuleUpToItsBoundWithItsOwnWordsAndNoOtherFieldHasOne) {
     flags("ABT").setText("99"); // the ammo ban total shares its name with the bot chat switch

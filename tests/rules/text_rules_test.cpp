@@ -1,11 +1,12 @@
 #include "frame/catalogue.h"
 #include "frame/colour.h"
 #include "rules/text_rules.h"
-#include "rules_fixture.h"
+#include "support/launcher.h"
 
 #include <tuple>
 
 using namespace ks;
+using RulesTest = test::LauncherTest;
 
 namespace {
 

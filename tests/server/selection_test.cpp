@@ -1,12 +1,7 @@
 #include "config/reader.h"
-#include "frame/program.h"
 #include "frame/selectors.h"
-#include "frame/startup.h"
-#include "server/launcher.h"
 #include "server/selection.h"
-#include "support/temp_dir.h"
-
-#include <gtest/gtest.h>
+#include "support/launcher.h"
 
 using namespace ks;
 using test::Launcher;
@@ -15,18 +10,6 @@ namespace {
 
 constexpr char kNoDirectoryMessage[] =
     "No Kestrand Directory|You do not have a Kestrand directory,\rinsure you point the right Kestrand directory";
-
-struct Opened : test::Launcher {
-    using Launcher::Launcher;
-    test::TempDir dir;
-
-    // Opens a file of the given lines.
-    void open(const std::string& lines) {
-        const std::string path = dir.file("server.cfg");
-        test::writeBytes(path, lines);
-        ASSERT_TRUE(OpenConfigFile(program, path));
-    }
-};
 
 // The two lines of a written file that name the directories.
 std::string directoryLines(const std::string& qdir, const std::string& gameDir) {
@@ -37,18 +20,18 @@ std::string directoryLines(const std::string& qdir, const std::string& gameDir) 
 } // namespace
 
 TEST(Selectors, MovingTheDirectoryOrDriveFillsBothFieldsAndBadTargetsChangeNothing) {
-    Launcher l(PathStyle::Windows);
+    Launcher l(PathStyle::Windows, false);
     l.platform.directories = {"C:\\QUAKE2\\KESTRAND", "C:\\", "D:\\GAMES\\Q2"};
     l.platform.driveCurrent["D:"] = "D:\\GAMES\\Q2";
     l.platform.notReadyDrives = {"A:"};
-    l.field("QDIR").setBackColour(kPaleYellow);
+    l.main("QDIR").setBackColour(kPaleYellow);
 
     ASSERT_TRUE(SelectDirectory(l.program, "C:\\QUAKE2\\KESTRAND"));
-    EXPECT_EQ(l.qdir() + " " + l.gameDir(), "C:\\QUAKE2 KESTRAND");
-    EXPECT_EQ(l.field("QDIR").backColour(), kWhite);
+    EXPECT_EQ(l.main("QDIR").text() + " " + l.main("FGD").text(), "C:\\QUAKE2 KESTRAND");
+    EXPECT_EQ(l.main("QDIR").backColour(), kWhite);
     // A path that does not exist leaves selector and fields where they were.
     EXPECT_FALSE(SelectDirectory(l.program, "C:\\NOWHERE"));
-    EXPECT_EQ(l.program.Dir2.text() + " " + l.qdir(), "C:\\QUAKE2\\KESTRAND C:\\QUAKE2");
+    EXPECT_EQ(l.program.Dir2.text() + " " + l.main("QDIR").text(), "C:\\QUAKE2\\KESTRAND C:\\QUAKE2");
 
     // A bare letter names its drive; the directory follows to the drive's current one.
     ASSERT_TRUE(SelectDrive(l.program, "D"));
@@ -57,14 +40,14 @@ TEST(Selectors, MovingTheDirectoryOrDriveFillsBothFieldsAndBadTargetsChangeNothi
     EXPECT_FALSE(SelectDrive(l.program, "A:"));
     EXPECT_EQ(l.where(), "D: | D:\\GAMES\\Q2 | D:\\GAMES | Q2");
     ASSERT_TRUE(SelectDrive(l.program, "E:"));
-    EXPECT_EQ(l.program.Dir2.text() + " " + l.qdir(), "D:\\GAMES\\Q2 D:\\GAMES");
+    EXPECT_EQ(l.program.Dir2.text() + " " + l.main("QDIR").text(), "D:\\GAMES\\Q2 D:\\GAMES");
     EXPECT_TRUE(l.platform.messages.empty());
 }
 
 TEST(Highlight, OnlyRealValuesTurnWhiteAndNothingTurnsYellowAgain) {
-    Launcher l(PathStyle::Windows);
+    Launcher l(PathStyle::Windows, false);
     for (const char* name : {"QDIR", "FGD"}) {
-        Field& field = l.field(name);
+        Field& field = l.main(name);
         std::vector<Colour> colours;
         for (const char* text : {"", "NONE", "x", "NONE"}) {
             field.setText(text);
@@ -73,7 +56,7 @@ TEST(Highlight, OnlyRealValuesTurnWhiteAndNothingTurnsYellowAgain) {
         EXPECT_EQ(colours, (std::vector<Colour>{kPaleYellow, kPaleYellow, kWhite, kWhite})) << name;
     }
     // The file field counts the empty text as set.
-    Field& file = l.field("FFile");
+    Field& file = l.main("FFile");
     file.setText("");
     EXPECT_EQ(file.backColour(), kWhite);
     file.setBackColour(kPaleYellow);
@@ -82,7 +65,7 @@ TEST(Highlight, OnlyRealValuesTurnWhiteAndNothingTurnsYellowAgain) {
 }
 
 TEST(StartupSearch, TheFirstPlaceFoundWinsAndEveryPlaceIsTested) {
-    Launcher l(PathStyle::Windows);
+    Launcher l(PathStyle::Windows, false);
     // Drive c has the directory but no plain file in it: not found.
     l.platform.directoriesWithFiles = {"d:\\quake2\\kestrand\\", "f:\\quake2\\kestrand\\"};
     l.platform.directories = {"c:\\quake2\\kestrand\\", "d:\\QUAKE2\\KESTRAND", "C:\\"};
@@ -100,7 +83,7 @@ TEST(StartupSearch, TheFirstPlaceFoundWinsAndEveryPlaceIsTested) {
 
 TEST(StartupSearch, NothingFoundShowsTheMessageOnceAndLeavesTheSelectorsOnTheRoot) {
     for (const PathStyle style : {PathStyle::Windows, PathStyle::Linux}) {
-        Launcher l(style);
+        Launcher l(style, false);
         l.platform.home = "";
         l.platform.directories = {"d:\\quake2\\kestrand\\", "C:\\QUAKE2\\KESTRAND", "C:\\", "/", "/work"};
         l.platform.driveCurrent["C:"] = "C:\\";
@@ -114,12 +97,12 @@ TEST(StartupSearch, NothingFoundShowsTheMessageOnceAndLeavesTheSelectorsOnTheRoo
 }
 
 TEST(StartupSearch, ASelectorAlreadyOnTheFoundDirectoryRunsNoSplit) {
-    Launcher l(PathStyle::Windows);
+    Launcher l(PathStyle::Windows, false);
     l.platform.directoriesWithFiles = {"c:\\quake2\\kestrand\\"};
     l.platform.directories = {"C:\\QUAKE2\\KESTRAND"};
     l.platform.driveCurrent["C:"] = "C:\\QUAKE2\\KESTRAND";
     SelectDrive(l.program, "C:");
-    l.field("QDIR").setText("E:\\FROMFILE");
+    l.main("QDIR").setText("E:\\FROMFILE");
 
     LoadMainForm(l.program);
     EXPECT_EQ(l.program.state.FileExists, -1);
@@ -127,7 +110,7 @@ TEST(StartupSearch, ASelectorAlreadyOnTheFoundDirectoryRunsNoSplit) {
 }
 
 TEST(StartupSearch, LinuxTestsItsFourPlacesInOrderAndTheHomeOneCanWin) {
-    Launcher l(PathStyle::Linux);
+    Launcher l(PathStyle::Linux, false);
     l.platform.home = "/home/op/";
     l.platform.directoriesWithFiles = {"/home/op/.yq2/kestrand/"};
     l.platform.directories = {"/", "/home/op/.yq2/kestrand"};
@@ -143,33 +126,33 @@ TEST(StartupSearch, LinuxTestsItsFourPlacesInOrderAndTheHomeOneCanWin) {
 }
 
 TEST(OpenMovesSelectors, AnExistingDirectoryTakesBothSelectorsThere) {
-    Opened w(PathStyle::Windows);
+    Launcher w(PathStyle::Windows, false);
     w.platform.driveList = {"C:", "D:"};
     w.platform.driveCurrent["D:"] = "D:\\";
     w.platform.directories = {"D:\\", "D:\\GAMES\\Q2\\Kestrand"};
-    w.open(directoryLines("D:\\GAMES\\Q2", "Kestrand"));
+    w.open(w.file(directoryLines("D:\\GAMES\\Q2", "Kestrand")));
     EXPECT_EQ(w.where(), "D: | D:\\GAMES\\Q2\\Kestrand | D:\\GAMES\\Q2 | Kestrand");
-    EXPECT_EQ(w.field("QDIR").backColour(), kWhite);
+    EXPECT_EQ(w.main("QDIR").backColour(), kWhite);
 
-    Opened l(PathStyle::Linux);
+    Launcher l(PathStyle::Linux, false);
     l.platform.driveCurrent["/"] = "/home/op";
     l.platform.directories = {"/", "/home/op", "/srv/quake 2/kestrand", "/srv/q2/kestrand"};
-    l.open(directoryLines("/srv/q2", "kestrand"));
+    l.open(l.file(directoryLines("/srv/q2", "kestrand")));
     EXPECT_EQ(l.where(), "/ | /srv/q2/kestrand | /srv/q2 | kestrand");
 }
 
 TEST(OpenMovesSelectors, ValuesNamingNoDirectoryStayInTheFieldsAndTheSelectorStaysOnTheDrive) {
-    Opened l(PathStyle::Linux);
+    Launcher l(PathStyle::Linux, false);
     l.platform.driveCurrent["/"] = "/home/op";
     l.platform.directories = {"/", "/home/op"};
-    l.open(directoryLines("/nowhere/q2", "kestrand"));
+    l.open(l.file(directoryLines("/nowhere/q2", "kestrand")));
     EXPECT_EQ(l.where(), "/ | /home/op | /nowhere/q2 | kestrand");
 
     // "NONE" is read as it stands and keeps the yellow.
-    Opened n(PathStyle::Windows);
-    n.open(directoryLines("NONE", "NONE"));
-    EXPECT_EQ(n.qdir() + " " + n.gameDir(), "NONE NONE");
-    EXPECT_EQ(n.field("QDIR").backColour(), kPaleYellow);
+    Launcher n(PathStyle::Windows, false);
+    n.open(n.file(directoryLines("NONE", "NONE")));
+    EXPECT_EQ(n.main("QDIR").text() + " " + n.main("FGD").text(), "NONE NONE");
+    EXPECT_EQ(n.main("QDIR").backColour(), kPaleYellow);
 }
 
 TEST(OpenMovesSelectors, ALinuxPathKeepsItsSlashesWhileACommentStillEndsTheLine) {
