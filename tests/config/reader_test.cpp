@@ -88,12 +88,17 @@ TEST(Reader, EachFileFillsOnlyWhatItsWordsName) {
     }
 }
 
-TEST(Reader, CutRecordEndsItsScanInVeryLongRecords) {
-    std::string rec = "set /" + std::string(9995, 'x') + " value more ";
-    EXPECT_EQ(CutRecord(rec).words[2], "value"); // the scan went on at position 10,000
+TEST(Reader, CutRecordKeepsLinuxPathsAndEndsItsScanInVeryLongRecords) {
+    // In the Linux style a slash ends the scan only as "//" (Windows paths hold no slashes).
+    const std::string rec = "// set qdir /srv/q2 // Added by KS Launcher - Do NOT modify this section ";
+    EXPECT_EQ(CutRecord(rec, PathStyle::Linux).words[3], "/srv/q2");
+    EXPECT_EQ(CutRecord("set maxclients 8 //max 16 ", PathStyle::Linux).words[2], "8");
+    EXPECT_EQ(CutRecord("set sv_logdir log/k ", PathStyle::Linux).words[2], "log/k");
+    std::string big = "set /" + std::string(9995, 'x') + " value more ";
+    EXPECT_EQ(CutRecord(big).words[2], "value"); // the scan went on at position 10,000
     for (std::size_t at : {9999u, 10000u, 40000u}) {
-        rec = std::string(at - 1, 'a') + "/b c d e ";
-        EXPECT_EQ(CutRecord(rec).words[0].size(), at <= 9999 ? at + 1 : 0u) << at;
+        big = std::string(at - 1, 'a') + "/b c d e ";
+        EXPECT_EQ(CutRecord(big).words[0].size(), at <= 9999 ? at + 1 : 0u) << at;
     }
 }
 
@@ -129,20 +134,7 @@ TEST_F(ConfigTest, AForeignFileLeavesTheBoxesAndTheNextSaveWritesTheirTotal) {
     EXPECT_NE(test::readBytes(path).find("\r\nset dmflags 80\r\n"), std::string::npos);
 }
 
-TEST_F(ConfigTest, AFileThatCannotBeReadPutsBackNoneOnYellowAndChangesNothingElse) {
-    for (const std::string& path : {dir.file("missing.cfg"), dir.path().string()}) {
-        main("FFile").setText("/earlier.cfg");
-        main("FFile").setBackColour(kWhite);
-        platform.messages.clear();
-        EXPECT_EQ(openAndSee(path), (Changes{{"frmMain.FFile", "NONE"}})) << path;
-        EXPECT_EQ(main("FFile").backColour(), kPaleYellow);
-        EXPECT_EQ(program.frmMain.tabs().current(), kMainFirstTab);
-        EXPECT_EQ(shown(), std::vector<std::string>{test::kFileWarning + "There is no such existing file!"}) << path;
-        EXPECT_EQ(platform.messages[0].icon, MessageIcon::Critical);
-    }
-}
-
-TEST_F(ConfigTest, TheOpenDialogStartsInTheGameDirectoryAndCancelChangesNothing) {
+TEST_F(ConfigTest, OpenStartsInTheGameDirectoryCancelChangesNothingAndAnUnreadableFilePutsBackNone) {
     program.Dir2.setText("/games/quake2");
     const auto before = snapshot();
     mnuFileOpen_Click(program);
@@ -154,6 +146,17 @@ TEST_F(ConfigTest, TheOpenDialogStartsInTheGameDirectoryAndCancelChangesNothing)
     EXPECT_EQ(d.kind, FileDialogKind::Open);
     EXPECT_EQ(d.title + "|" + d.initialDirectory + "|" + d.fileName + "|" + d.filter,
               "Open|/games/quake2||Quake Configuration Files (*.CFG)|*.CFG");
+
+    for (const std::string& path : {dir.file("missing.cfg"), dir.path().string()}) {
+        main("FFile").setText("/earlier.cfg");
+        main("FFile").setBackColour(kWhite);
+        platform.messages.clear();
+        EXPECT_EQ(openAndSee(path), (Changes{{"frmMain.FFile", "NONE"}})) << path;
+        EXPECT_EQ(main("FFile").backColour(), kPaleYellow);
+        EXPECT_EQ(program.frmMain.tabs().current(), kMainFirstTab);
+        EXPECT_EQ(shown(), std::vector<std::string>{test::kFileWarning + "There is no such existing file!"}) << path;
+        EXPECT_EQ(platform.messages[0].icon, MessageIcon::Critical);
+    }
 }
 
 // Every field gets a value of its own and every check box is on; read into a launcher whose boxes are all

@@ -1,4 +1,3 @@
-#include "config/reader.h"
 #include "frame/selectors.h"
 #include "server/selection.h"
 #include "support/launcher.h"
@@ -46,22 +45,16 @@ TEST(Selectors, MovingTheDirectoryOrDriveFillsBothFieldsAndBadTargetsChangeNothi
 
 TEST(Highlight, OnlyRealValuesTurnWhiteAndNothingTurnsYellowAgain) {
     Launcher l(PathStyle::Windows, false);
-    for (const char* name : {"QDIR", "FGD"}) {
+    // The file field counts the empty text as set.
+    for (const auto& [name, expected] : {std::pair{"QDIR", "YYWW"}, {"FGD", "YYWW"}, {"FFile", "WWWW"}}) {
         Field& field = l.main(name);
-        std::vector<Colour> colours;
+        std::string colours;
         for (const char* text : {"", "NONE", "x", "NONE"}) {
             field.setText(text);
-            colours.push_back(field.backColour());
+            colours += field.backColour() == kWhite ? 'W' : field.backColour() == kPaleYellow ? 'Y' : '?';
         }
-        EXPECT_EQ(colours, (std::vector<Colour>{kPaleYellow, kPaleYellow, kWhite, kWhite})) << name;
+        EXPECT_EQ(colours, expected) << name;
     }
-    // The file field counts the empty text as set.
-    Field& file = l.main("FFile");
-    file.setText("");
-    EXPECT_EQ(file.backColour(), kWhite);
-    file.setBackColour(kPaleYellow);
-    file.setText("NONE");
-    EXPECT_EQ(file.backColour(), kPaleYellow);
 }
 
 TEST(StartupSearch, TheFirstPlaceFoundWinsAndEveryPlaceIsTested) {
@@ -125,42 +118,19 @@ TEST(StartupSearch, LinuxTestsItsFourPlacesInOrderAndTheHomeOneCanWin) {
     EXPECT_TRUE(l.platform.messages.empty());
 }
 
-TEST(OpenMovesSelectors, AnExistingDirectoryTakesBothSelectorsThere) {
-    Launcher w(PathStyle::Windows, false);
-    w.platform.driveList = {"C:", "D:"};
-    w.platform.driveCurrent["D:"] = "D:\\";
-    w.platform.directories = {"D:\\", "D:\\GAMES\\Q2\\Kestrand"};
-    w.open(w.file(directoryLines("D:\\GAMES\\Q2", "Kestrand")));
-    EXPECT_EQ(w.where(), "D: | D:\\GAMES\\Q2\\Kestrand | D:\\GAMES\\Q2 | Kestrand");
-    EXPECT_EQ(w.main("QDIR").backColour(), kWhite);
-
-    Launcher l(PathStyle::Linux, false);
-    l.platform.driveCurrent["/"] = "/home/op";
-    l.platform.directories = {"/", "/home/op", "/srv/quake 2/kestrand", "/srv/q2/kestrand"};
-    l.open(l.file(directoryLines("/srv/q2", "kestrand")));
-    EXPECT_EQ(l.where(), "/ | /srv/q2/kestrand | /srv/q2 | kestrand");
-}
-
-TEST(OpenMovesSelectors, ValuesNamingNoDirectoryStayInTheFieldsAndTheSelectorStaysOnTheDrive) {
-    Launcher l(PathStyle::Linux, false);
-    l.platform.driveCurrent["/"] = "/home/op";
-    l.platform.directories = {"/", "/home/op"};
-    l.open(l.file(directoryLines("/nowhere/q2", "kestrand")));
-    EXPECT_EQ(l.where(), "/ | /home/op | /nowhere/q2 | kestrand");
-
+TEST(OpenMovesSelectors, OnlyAnExistingDirectoryTakesBothSelectorsThere) {
+    for (const auto& [qdir, where] : {std::pair{"/srv/q2", "/ | /srv/q2/kestrand | /srv/q2 | kestrand"},
+                                      {"/nowhere/q2", "/ | /home/op | /nowhere/q2 | kestrand"}}) {
+        Launcher l(PathStyle::Linux, false);
+        l.platform.driveCurrent["/"] = "/home/op";
+        l.platform.directories = {"/", "/home/op", "/srv/quake 2/kestrand", "/srv/q2/kestrand"};
+        l.open(l.file(directoryLines(qdir, "kestrand")));
+        EXPECT_EQ(l.where(), where);
+        EXPECT_EQ(l.main("QDIR").backColour(), kWhite);
+    }
     // "NONE" is read as it stands and keeps the yellow.
     Launcher n(PathStyle::Windows, false);
     n.open(n.file(directoryLines("NONE", "NONE")));
     EXPECT_EQ(n.main("QDIR").text() + " " + n.main("FGD").text(), "NONE NONE");
     EXPECT_EQ(n.main("QDIR").backColour(), kPaleYellow);
-}
-
-TEST(OpenMovesSelectors, ALinuxPathKeepsItsSlashesWhileACommentStillEndsTheLine) {
-    const std::string rec = "// set qdir /srv/q2 // Added by KS Launcher - Do NOT modify this section ";
-    EXPECT_EQ(CutRecord(rec, PathStyle::Linux).words[3], "/srv/q2");
-    EXPECT_EQ(CutRecord(rec, PathStyle::Windows).words[3], "");
-    // A "//" behind a value ends the line in both styles; a lone slash only in the Windows style.
-    EXPECT_EQ(CutRecord("set maxclients 8 //max 16 ", PathStyle::Linux).words[2], "8");
-    EXPECT_EQ(CutRecord("set sv_logdir log/k ", PathStyle::Linux).words[2], "log/k");
-    EXPECT_EQ(CutRecord("set sv_logdir log/k ", PathStyle::Windows).words[2], "");
 }
