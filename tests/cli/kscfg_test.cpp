@@ -103,10 +103,9 @@ TEST(Kscfg, BadUseOrAnUnreadableFileGivesOneLineAndAFailingStatus) {
     test::TempDir dir;
     const std::string missing = quoted(dir.file("missing.cfg"));
     for (const std::string& arguments :
-         {std::string(""), std::string("frobnicate"), std::string("new"), "new " + quoted(dir.file("no/such.cfg")),
-          std::string("convert a.cfg -o"), std::string("command"), std::string("command a.cfg b.cfg"),
-          std::string("command a.cfg --style mac"), std::string("launch"), std::string("launch a.cfg --style linux"),
-          "command " + missing, "launch " + missing}) {
+         std::vector<std::string>{"", "frobnicate", "new", "new " + quoted(dir.file("no/such.cfg")), "convert a.cfg -o",
+                                  "command", "command a.cfg b.cfg", "command a.cfg --style mac", "launch",
+                                  "launch a.cfg --style linux", "command " + missing, "launch " + missing}) {
         const Outcome outcome = kscfg(arguments);
         EXPECT_NE(outcome.status, 0) << arguments;
         EXPECT_EQ(std::count(outcome.output.begin(), outcome.output.end(), '\n'), 1) << outcome.output;
@@ -125,11 +124,19 @@ TEST(KscfgCommand, PrintsTheCommandLineOfRunInTheStyleAsked) {
                               "server.cfg\n");
 }
 
-TEST(KscfgLaunch, StartsTheServerFromQdirWithExactlyItsArguments) {
+TEST(KscfgLaunch, StartsTheServerFromQdirWithExactlyItsArgumentsOrEndsWithOneClearLine) {
     test::TempDir qdir;
     fs::create_directory(qdir.path() / "kestrand");
     const std::string config = (qdir.path() / "kestrand" / "server.cfg").string();
-    writeConfig(PathStyle::Linux, config, qdir.path().string(), "kestrand");
+    // A QDIR that does not exist, then one without the game program.
+    for (const std::string& dir : {qdir.file("gone"), qdir.path().string()}) {
+        writeConfig(PathStyle::Linux, config, dir, "kestrand");
+        const Outcome outcome = kscfg("launch " + quoted(config));
+        EXPECT_EQ(outcome.status, 1) << outcome.output;
+        const std::size_t lastLine = outcome.output.rfind('\n', outcome.output.size() - 2) + 1;
+        EXPECT_TRUE(outcome.output.substr(lastLine).starts_with("kscfg: Cannot ")) << outcome.output;
+        EXPECT_NE(outcome.output.find(dir), std::string::npos) << outcome.output;
+    }
     // The stand-in server writes its arguments, one a line, and its working directory.
     test::writeBytes(qdir.file("quake2"), "#!/bin/sh\n"
                                           "here=$(dirname \"$0\")\n"
@@ -149,18 +156,4 @@ TEST(KscfgLaunch, StartsTheServerFromQdirWithExactlyItsArguments) {
     EXPECT_EQ(record.substr(0, last + 1),
               "+set\ngame\nkestrand\n+set\ndedicated\n1\n+set\nport\n27910\n+exec\nserver.cfg\n");
     EXPECT_TRUE(fs::equivalent(record.substr(last + 1, record.size() - last - 2), qdir.path()));
-}
-
-TEST(KscfgLaunch, AFailingStartEndsWithOneClearLine) {
-    test::TempDir qdir;
-    const std::string config = qdir.file("server.cfg");
-    // No game program in QDIR, then a QDIR that does not exist.
-    for (const std::string& dir : {qdir.path().string(), qdir.file("gone")}) {
-        writeConfig(PathStyle::Linux, config, dir, "kestrand");
-        const Outcome outcome = kscfg("launch " + quoted(config));
-        EXPECT_EQ(outcome.status, 1) << outcome.output;
-        const std::size_t lastLine = outcome.output.rfind('\n', outcome.output.size() - 2) + 1;
-        EXPECT_TRUE(outcome.output.substr(lastLine).starts_with("kscfg: Cannot ")) << outcome.output;
-        EXPECT_NE(outcome.output.find(dir), std::string::npos) << outcome.output;
-    }
 }

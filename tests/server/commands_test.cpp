@@ -3,8 +3,6 @@
 #include "server/server_commands.h"
 #include "support/launcher.h"
 
-#include <tuple>
-
 using namespace ks;
 using test::Launcher;
 
@@ -54,43 +52,32 @@ TEST(ServerCommands, AFailingDirectoryChangeOrStartIsToldAndTheLauncherGoesOn) {
         EXPECT_NE(told[index].find(part), std::string::npos) << told[index] << " lacks " << part;
 }
 
-TEST(ServerCommands, WithoutAUsableFileNothingStartsAndTheOperatorIsToldWhereThatIsTheRule) {
+TEST(CompanionFiles, OpenInTheEditorFromQdirAndWithoutAUsableFileNothingStartsAndTheOperatorIsTold) {
     // Run saves first, and the save warns of the missing file.
-    const char* saveWarning = "Kestrand Launcher File Warning|One of the critical settings has not been set,\rsee the "
-                              "yellow highlighted fields";
-    using Row = std::tuple<const char*, const char*, const char*, int>; // file, entry, message, tab after
-    for (const auto& [file, entry, text, tab] :
-         {Row{"NONE", "runquake2", saveWarning, 0}, Row{"", "runquake2", saveWarning, 0},
-          Row{"NONE", "MOTD", "File Error|You have not loaded a Configuration file", 0},
-          Row{"C:\\QUAKE2\\KESTRAND\\server.cfg", "maps_dm", "File Error|That file DOES NOT exist", 3},
-          Row{"C:\\QUAKE2\\KESTRAND\\server.cfg", "user_o", "File Error|That file DOES NOT exist", 3}}) {
+    const std::string saveWarning =
+        test::kFileWarning + "One of the critical settings has not been set,\rsee the yellow highlighted fields";
+    const std::string cfg = "C:\\QUAKE2\\KESTRAND\\server.cfg", missing = "File Error|That file DOES NOT exist";
+    const std::vector<std::string> motd = {"changeDirectory C:\\QUAKE2",
+                                           "startProcess notepad.exe C:\\QUAKE2\\KESTRAND\\cfg\\motd.txt"};
+    struct Row {
+        std::string file, entry, told;
+        int tab; // after the command
+        std::vector<std::string> effects;
+    };
+    for (const Row& row : {Row{"NONE", "runquake2", saveWarning, 0, {}}, Row{"", "runquake2", saveWarning, 0, {}},
+                           Row{"NONE", "MOTD", "File Error|You have not loaded a Configuration file", 0, {}},
+                           Row{cfg, "maps_dm", missing, 3, {}}, Row{cfg, "MOTD", "", 3, motd}}) {
         Launcher l(PathStyle::Windows, false);
         l.main("QDIR").setText("C:\\QUAKE2");
-        l.main("FFile").setText(file);
+        l.main("FFile").setText(row.file);
         l.platform.hiddenFiles = {"C:\\QUAKE2\\KESTRAND\\cfg\\maps_dm.txt"};
+        l.platform.plainFiles = {"C:\\QUAKE2\\KESTRAND\\cfg\\motd.txt"};
         l.program.frmMain.tabs().setCurrent(3);
-        RunMenuCommand(l.program, entry);
-        EXPECT_EQ(l.shown(), std::vector<std::string>{text}) << entry;
-        EXPECT_EQ(l.program.frmMain.tabs().current(), tab) << entry;
-        EXPECT_TRUE(l.effects().empty()) << entry;
+        RunMenuCommand(l.program, row.entry);
+        EXPECT_EQ(l.shown(), row.told.empty() ? std::vector<std::string>() : std::vector{row.told}) << row.entry;
+        EXPECT_EQ(l.program.frmMain.tabs().current(), row.tab) << row.entry;
+        EXPECT_EQ(l.effects(), row.effects) << row.entry;
     }
-}
-
-TEST(CompanionFiles, AnExistingFileOpensInTheEditorFromQdir) {
-    Launcher l(PathStyle::Windows, false);
-    l.main("FFile").setText("C:\\QUAKE2\\KESTRAND\\server.cfg");
-    l.main("QDIR").setText("C:\\QUAKE2");
-    l.platform.plainFiles = {"C:\\QUAKE2\\KESTRAND\\cfg\\motd.txt"};
-    RunMenuCommand(l.program, "MOTD");
-    EXPECT_EQ(l.effects(), (std::vector<std::string>{"changeDirectory C:\\QUAKE2",
-                                                     "startProcess notepad.exe C:\\QUAKE2\\KESTRAND\\cfg\\motd.txt"}));
-    EXPECT_TRUE(l.platform.messages.empty());
-
-    Launcher x(PathStyle::Linux, false);
-    x.main("FFile").setText("/srv/q 2/kestrand/server.cfg");
-    x.platform.plainFiles = {"/srv/q 2/kestrand/cfg/textfilter.cfg"};
-    RunMenuCommand(x.program, "textfilter");
-    EXPECT_EQ(x.platform.processes, (std::vector<std::string>{"xdg-open /srv/q 2/kestrand/cfg/textfilter.cfg"}));
 }
 
 TEST(HelpAndLinks, HandTheirTargetsOnAndSayNothingWhenTheyFail) {

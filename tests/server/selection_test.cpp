@@ -10,6 +10,14 @@ namespace {
 constexpr char kNoDirectoryMessage[] =
     "No Kestrand Directory|You do not have a Kestrand directory,\rinsure you point the right Kestrand directory";
 
+// The places the start-up search tested, in order.
+std::vector<std::string> tested(const Launcher& l) {
+    std::vector<std::string> out;
+    for (const std::string& call : l.platform.calls)
+        if (call.starts_with("hasPlainFile ")) out.push_back(call.substr(13));
+    return out;
+}
+
 // The two lines of a written file that name the directories.
 std::string directoryLines(const std::string& qdir, const std::string& gameDir) {
     return "// set qdir " + qdir + " // Added by KS Launcher - Do NOT modify this section\r\nset game_dir " + gameDir +
@@ -69,8 +77,8 @@ TEST(StartupSearch, TheFirstPlaceFoundWinsAndEveryPlaceIsTested) {
     EXPECT_EQ(l.program.frmMain.check("ipCheck").state(), 1);
     EXPECT_EQ(l.where(), "d: | d:\\QUAKE2\\KESTRAND | d:\\QUAKE2 | KESTRAND");
     EXPECT_EQ(l.program.state.FileExists, 0); // the result of drive c
-    for (const char* drive : {"c", "e", "f"})
-        EXPECT_TRUE(l.called(std::string("hasPlainFile ") + drive + ":\\quake2\\kestrand\\")) << drive;
+    EXPECT_EQ(tested(l), (std::vector<std::string>{"c:\\quake2\\kestrand\\", "d:\\quake2\\kestrand\\",
+                                                   "e:\\quake2\\kestrand\\", "f:\\quake2\\kestrand\\"}));
     EXPECT_TRUE(l.platform.messages.empty());
 }
 
@@ -109,11 +117,9 @@ TEST(StartupSearch, LinuxTestsItsFourPlacesInOrderAndTheHomeOneCanWin) {
     l.platform.directories = {"/", "/home/op/.yq2/kestrand"};
 
     LoadMainForm(l.program);
-    std::vector<std::string> tests;
-    for (const std::string& call : l.platform.calls)
-        if (call.starts_with("hasPlainFile ")) tests.push_back(call.substr(13));
-    EXPECT_EQ(tests, (std::vector<std::string>{"/usr/local/games/quake2/kestrand/", "/usr/share/games/quake2/kestrand/",
-                                               "/opt/quake2/kestrand/", "/home/op/.yq2/kestrand/"}));
+    EXPECT_EQ(tested(l),
+              (std::vector<std::string>{"/usr/local/games/quake2/kestrand/", "/usr/share/games/quake2/kestrand/",
+                                        "/opt/quake2/kestrand/", "/home/op/.yq2/kestrand/"}));
     EXPECT_EQ(l.where(), "/ | /home/op/.yq2/kestrand | /home/op/.yq2 | kestrand");
     EXPECT_TRUE(l.platform.messages.empty());
 }

@@ -8,7 +8,6 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <map>
 #include <string>
 #include <vector>
@@ -40,9 +39,6 @@ struct Launcher {
         for (const MessageBoxRequest& m : platform.messages)
             out.push_back(m.title + "|" + m.text);
         return out;
-    }
-    bool called(const std::string& call) const {
-        return std::find(platform.calls.begin(), platform.calls.end(), call) != platform.calls.end();
     }
     // The calls that reach outside the launcher, in order.
     std::vector<std::string> effects() const {
