@@ -16,7 +16,6 @@ auto looks(const MessageBoxRequest& m) {
 auto critical(const char* title, MessageButtons buttons, int defaultButton) {
     return std::tuple{std::string(title), buttons, MessageIcon::Critical, defaultButton};
 }
-const std::string kReplace = "Configuration File Exists Warning|Replace File ?";
 } // namespace
 
 TEST_F(ConfigTest, SaveWithoutAFileShowsTheFirstTabThenRefusesAndWritesNothing) {
@@ -38,39 +37,33 @@ TEST_F(ConfigTest, SaveWithoutAFileShowsTheFirstTabThenRefusesAndWritesNothing) 
     EXPECT_EQ(program.state.ConfigSaved, 0);
 }
 
-TEST_F(ConfigTest, SaveAsANewNameWritesWithoutAQuestionAndExitThenLeavesAtOnce) {
+TEST_F(ConfigTest, SaveAsWritesANewNameAtOnceAndANoToReplaceKeepsTheFileButTakesTheName) {
     mnuFileSaveAs_Click(program); // cancelled
     EXPECT_EQ(main("FFile").text(), "NONE");
-    const std::string path = dir.file("new.cfg");
-    platform.dialogAnswers.push_back(path);
-    mnuFileSaveAs_Click(program);
-    const FileDialogRequest& d = platform.dialogs.at(1);
+    const FileDialogRequest& d = platform.dialogs.at(0);
     EXPECT_EQ(d.kind, FileDialogKind::Save);
     EXPECT_EQ(d.title + "|" + d.initialDirectory + "|" + d.fileName + "|" + d.filter,
               "Open|NONE|NONE|All Files (*.CFG)|*.CFG");
-    EXPECT_EQ(main("FFile").text(), path);
-    EXPECT_EQ(test::readBytes(path), RenderConfig(program));
 
-    mnuFileExit_Click(program);
-    EXPECT_TRUE(platform.messages.empty());
-    EXPECT_EQ(platform.quitCalls, 1);
-}
-
-TEST_F(ConfigTest, SaveAsOntoAnExistingFileAnsweredNoKeepsTheFileButTakesTheNameAndSaveAsksAgain) {
-    const std::string path = file("keep me\r\n", "old.cfg");
-    main("FFile").setText(dir.file("first.cfg"));
-    platform.dialogAnswers.push_back(path);
-    platform.messageAnswers = {MessageAnswer::No};
+    const std::string fresh = dir.file("new.cfg"), old = file("keep me\r\n", "old.cfg");
+    platform.dialogAnswers = {fresh, old};
+    platform.messageAnswers = {MessageAnswer::No, MessageAnswer::Yes};
     mnuFileSaveAs_Click(program);
-    EXPECT_EQ(platform.dialogs.at(0).fileName, "first.cfg");
+    EXPECT_TRUE(platform.messages.empty());
+    EXPECT_EQ(test::readBytes(fresh), RenderConfig(program));
+    mnuFileSaveAs_Click(program);
+    EXPECT_EQ(platform.dialogs.at(2).fileName, "new.cfg");
+    EXPECT_EQ(test::readBytes(old), "keep me\r\n");
+    EXPECT_EQ(main("FFile").text(), old);
     EXPECT_EQ(looks(platform.messages.at(0)), critical("Configuration File Exists Warning", MessageButtons::YesNo, 0));
-    EXPECT_EQ(test::readBytes(path), "keep me\r\n");
-    EXPECT_EQ(main("FFile").text(), path);
 
-    platform.messageAnswers = {MessageAnswer::Yes};
     mnuFileSave_Click(program);
-    EXPECT_EQ(shown(), (std::vector<std::string>{kReplace, kReplace}));
-    EXPECT_EQ(test::readBytes(path), RenderConfig(program));
+    EXPECT_EQ(shown(), std::vector<std::string>(2, "Configuration File Exists Warning|Replace File ?"));
+    EXPECT_EQ(test::readBytes(old), RenderConfig(program));
+    // Saved, Exit leaves at once.
+    mnuFileExit_Click(program);
+    EXPECT_EQ(platform.messages.size(), 2u);
+    EXPECT_EQ(platform.quitCalls, 1);
 }
 
 TEST_F(ConfigTest, AfterAnOpenExitAsksEachTimeAndOnlyNoLeaves) {
