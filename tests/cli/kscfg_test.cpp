@@ -6,6 +6,7 @@
 #include <chrono>
 #include <cstdio>
 #include <filesystem>
+#include <regex>
 #include <sys/wait.h>
 #include <thread>
 
@@ -46,12 +47,6 @@ void writeConfig(PathStyle style, const std::string& path, const std::string& qd
     ASSERT_TRUE(WriteConfig(l.program).ok);
 }
 
-std::string withLineEnds(std::string text, const std::string& end) {
-    for (std::size_t at = 0; (at = text.find("\r\n", at)) != std::string::npos; at += end.size())
-        text.replace(at, 2, end);
-    return text;
-}
-
 const std::string kForeignWarningLine =
     "warning: Kestrand Launcher File Warning: This Configuration file was not created with the Kestrand "
     "Launcher.  The Program will convert this file to the Kestrand Launcher file format.  You must got to "
@@ -69,7 +64,7 @@ TEST(Kscfg, NewWritesAFreshLauncherAndConvertBringsItBackByteForByteWhateverItsL
 
     for (const std::string end : {"\r\n", "\n", "\r"}) {
         const std::string in = dir.file("ends.cfg");
-        test::writeBytes(in, withLineEnds(original, end));
+        test::writeBytes(in, std::regex_replace(original, std::regex("\r\n"), end));
         const Outcome outcome = kscfg("convert " + quoted(in) + " -o " + quoted(out));
         EXPECT_EQ(outcome.status, 0);
         EXPECT_EQ(outcome.output, "");
