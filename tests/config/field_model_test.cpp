@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+#include <tuple>
+
 using namespace ks;
 
 TEST(FieldModel, ViewsHearBeforeTheChangeHandlerAndOnlyRealChangesRunEither) {
@@ -57,19 +59,15 @@ TEST(Catalogue, FreshFormsHaveYellowSentinelsStartTotalsAndSameNamedFieldsApart)
 TEST(Frame, SplitRoutinesCutAtTheLastSeparatorOfTheStyle) {
     test::FakePlatform platform;
     Program windows(platform, PathStyle::Windows), linux(platform, PathStyle::Linux);
-    struct Row {
-        Program& program;
-        const char* path;
-        const char* directory;
-        const char* file;
-    };
-    for (const Row& row : {Row{windows, "C:\\KS\\kslaunch.exe", "C:\\KS\\", "kslaunch.exe"},
-                           Row{windows, "plain", "", "plain"}, Row{windows, "C:\\", "C:\\", ""},
-                           Row{windows, "", "", ""}, Row{linux, "/opt/ks/server.cfg", "/opt/ks/", "server.cfg"}}) {
-        row.program.state.SplitPath = row.path;
-        row.program.SplitDirectory();
-        EXPECT_EQ(row.program.state.SplitResult, row.directory) << row.path;
-        row.program.SplitFileName();
-        EXPECT_EQ(row.program.state.SplitResult, row.file) << row.path;
+    using Row = std::tuple<Program*, const char*, const char*, const char*>; // program, path, directory, file
+    for (const auto& [program, path, directory, file] :
+         {Row{&windows, "C:\\KS\\kslaunch.exe", "C:\\KS\\", "kslaunch.exe"}, Row{&windows, "plain", "", "plain"},
+          Row{&windows, "C:\\", "C:\\", ""}, Row{&windows, "", "", ""},
+          Row{&linux, "/opt/ks/server.cfg", "/opt/ks/", "server.cfg"}}) {
+        program->state.SplitPath = path;
+        program->SplitDirectory();
+        EXPECT_EQ(program->state.SplitResult, directory) << path;
+        program->SplitFileName();
+        EXPECT_EQ(program->state.SplitResult, file) << path;
     }
 }

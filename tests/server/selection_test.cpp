@@ -18,12 +18,6 @@ std::vector<std::string> tested(const Launcher& l) {
     return out;
 }
 
-// The two lines of a written file that name the directories.
-std::string directoryLines(const std::string& qdir, const std::string& gameDir) {
-    return "// set qdir " + qdir + " // Added by KS Launcher - Do NOT modify this section\r\nset game_dir " + gameDir +
-           "\r\n";
-}
-
 } // namespace
 
 TEST(Selectors, MovingTheDirectoryOrDriveFillsBothFieldsAndBadTargetsChangeNothing) {
@@ -130,13 +124,8 @@ TEST(OpenMovesSelectors, OnlyAnExistingDirectoryTakesBothSelectorsThere) {
         Launcher l(PathStyle::Linux, false);
         l.platform.driveCurrent["/"] = "/home/op";
         l.platform.directories = {"/", "/home/op", "/srv/quake 2/kestrand", "/srv/q2/kestrand"};
-        l.open(l.file(directoryLines(qdir, "kestrand")));
+        l.open(l.file("// set qdir " + std::string(qdir) + " // Added\r\nset game_dir kestrand\r\n"));
         EXPECT_EQ(l.where(), where);
         EXPECT_EQ(l.main("QDIR").backColour(), kWhite);
     }
-    // "NONE" is read as it stands and keeps the yellow.
-    Launcher n(PathStyle::Windows, false);
-    n.open(n.file(directoryLines("NONE", "NONE")));
-    EXPECT_EQ(n.main("QDIR").text() + " " + n.main("FGD").text(), "NONE NONE");
-    EXPECT_EQ(n.main("QDIR").backColour(), kPaleYellow);
 }
