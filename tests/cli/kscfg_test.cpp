@@ -54,7 +54,7 @@ const std::string kForeignWarningLine =
 
 } // namespace
 
-TEST(Kscfg, NewWritesAFreshLauncherAndConvertBringsItBackByteForByteWhateverItsLineEnds) {
+TEST(Kscfg, NewWritesAFreshLauncherAndConvertBringsItBackWhateverItsLineEndsAndReadsEachFileInTurn) {
     test::TempDir dir;
     const std::string fresh = dir.file("fresh.cfg"), out = dir.file("out.cfg");
     ASSERT_EQ(kscfg("new " + quoted(fresh)).status, 0);
@@ -70,11 +70,9 @@ TEST(Kscfg, NewWritesAFreshLauncherAndConvertBringsItBackByteForByteWhateverItsL
         EXPECT_EQ(outcome.output, "");
         EXPECT_EQ(test::readBytes(out), original) << (end == "\n" ? "LF" : end == "\r" ? "CR" : "CRLF");
     }
-}
 
-TEST(Kscfg, ConvertReadsEachFileInTurnWarnsAsTheLauncherWouldAndStopsAtAnUnreadableOne) {
-    test::TempDir dir;
-    const std::string first = dir.file("a.cfg"), second = dir.file("b.cfg"), out = dir.file("out.cfg");
+    // Each file is read in turn, with the launcher's warnings, up to one that cannot be read.
+    const std::string first = dir.file("a.cfg"), second = dir.file("b.cfg");
     test::writeBytes(first, "set dmflags 1024\nset fraglimit 40\nset deathmatch 5\n");
     test::writeBytes(second, "set fraglimit 50\r\n// set df_no_falling 1\r\n");
     Outcome result = kscfg("convert " + quoted(first) + " " + quoted(second) + " -o " + quoted(out));
