@@ -1,16 +1,12 @@
 #include "config/writer.h"
-#include "frame/program.h"
-#include "frame/startup.h"
-#include "support/fake_platform.h"
-#include "support/temp_dir.h"
-
-#include <gtest/gtest.h>
+#include "support/launcher.h"
 
 #include <algorithm>
 #include <array>
 #include <chrono>
 #include <cstdio>
 #include <filesystem>
+#include <regex>
 #include <sys/wait.h>
 #include <thread>
 
@@ -44,20 +40,11 @@ std::string quoted(const std::string& path) {
 
 // Writes a configuration file in the launcher's layout with the given Quake II and game directory.
 void writeConfig(PathStyle style, const std::string& path, const std::string& qdir, const std::string& gameDir) {
-    test::FakePlatform platform;
-    Program program(platform, style);
-    ConnectHandlers(program);
-    program.frmMain.check("ipCheck").setState(1);
-    program.frmMain.field("QDIR").setText(qdir);
-    program.frmMain.field("FGD").setText(gameDir);
-    program.frmMain.field("FFile").setText(path);
-    ASSERT_TRUE(WriteConfig(program).ok);
-}
-
-std::string withLineEnds(std::string text, const std::string& end) {
-    for (std::size_t at = 0; (at = text.find("\r\n", at)) != std::string::npos; at += end.size())
-        text.replace(at, 2, end);
-    return text;
+    test::Launcher l(style);
+    l.main("QDIR").setText(qdir);
+    l.main("FGD").setText(gameDir);
+    l.main("FFile").setText(path);
+    ASSERT_TRUE(WriteConfig(l.program).ok);
 }
 
 const std::string kForeignWarningLine =
@@ -67,7 +54,7 @@ const std::string kForeignWarningLine =
 
 } // namespace
 
-TEST(Kscfg, NewWritesAFreshLauncherAndConvertBringsItBackByteForByteWhateverItsLineEnds) {
+TEST(Kscfg, NewWritesAFreshLauncherAndConvertBringsItBackWhateverItsLineEndsAndReadsEachFileInTurn) {
     test::TempDir dir;
     const std::string fresh = dir.file("fresh.cfg"), out = dir.file("out.cfg");
     ASSERT_EQ(kscfg("new " + quoted(fresh)).status, 0);
@@ -77,17 +64,15 @@ TEST(Kscfg, NewWritesAFreshLauncherAndConvertBringsItBackByteForByteWhateverItsL
 
     for (const std::string end : {"\r\n", "\n", "\r"}) {
         const std::string in = dir.file("ends.cfg");
-        test::writeBytes(in, withLineEnds(original, end));
+        test::writeBytes(in, std::regex_replace(original, std::regex("\r\n"), end));
         const Outcome outcome = kscfg("convert " + quoted(in) + " -o " + quoted(out));
         EXPECT_EQ(outcome.status, 0);
         EXPECT_EQ(outcome.output, "");
         EXPECT_EQ(test::readBytes(out), original) << (end == "\n" ? "LF" : end == "\r" ? "CR" : "CRLF");
     }
-}
 
-TEST(Kscfg, ConvertReadsEachFileInTurnWarnsAsTheLauncherWouldAndStopsAtAnUnreadableOne) {
-    test::TempDir dir;
-    const std::string first = dir.file("a.cfg"), second = dir.file("b.cfg"), out = dir.file("out.cfg");
+    // Each file is read in turn, with the launcher's warnings, up to one that cannot be read.
+    const std::string first = dir.file("a.cfg"), second = dir.file("b.cfg");
     test::writeBytes(first, "set dmflags 1024\nset fraglimit 40\nset deathmatch 5\n");
     test::writeBytes(second, "set fraglimit 50\r\n// set df_no_falling 1\r\n");
     Outcome result = kscfg("convert " + quoted(first) + " " + quoted(second) + " -o " + quoted(out));
@@ -111,10 +96,9 @@ TEST(Kscfg, BadUseOrAnUnreadableFileGivesOneLineAndAFailingStatus) {
     test::TempDir dir;
     const std::string missing = quoted(dir.file("missing.cfg"));
     for (const std::string& arguments :
-         {std::string(""), std::string("frobnicate"), std::string("new"), "new " + quoted(dir.file("no/such.cfg")),
-          std::string("convert a.cfg -o"), std::string("command"), std::string("command a.cfg b.cfg"),
-          std::string("command a.cfg --style mac"), std::string("launch"), std::string("launch a.cfg --style linux"),
-          "command " + missing, "launch " + missing}) {
+         std::vector<std::string>{"", "frobnicate", "new", "new " + quoted(dir.file("no/such.cfg")), "convert a.cfg -o",
+                                  "command", "command a.cfg b.cfg", "command a.cfg --style mac", "launch",
+                                  "launch a.cfg --style linux", "command " + missing, "launch " + missing}) {
         const Outcome outcome = kscfg(arguments);
         EXPECT_NE(outcome.status, 0) << arguments;
         EXPECT_EQ(std::count(outcome.output.begin(), outcome.output.end(), '\n'), 1) << outcome.output;
@@ -133,11 +117,19 @@ TEST(KscfgCommand, PrintsTheCommandLineOfRunInTheStyleAsked) {
                               "server.cfg\n");
 }
 
-TEST(KscfgLaunch, StartsTheServerFromQdirWithExactlyItsArguments) {
+TEST(KscfgLaunch, StartsTheServerFromQdirWithExactlyItsArgumentsOrEndsWithOneClearLine) {
     test::TempDir qdir;
     fs::create_directory(qdir.path() / "kestrand");
     const std::string config = (qdir.path() / "kestrand" / "server.cfg").string();
-    writeConfig(PathStyle::Linux, config, qdir.path().string(), "kestrand");
+    // A QDIR that does not exist, then one without the game program.
+    for (const std::string& dir : {qdir.file("gone"), qdir.path().string()}) {
+        writeConfig(PathStyle::Linux, config, dir, "kestrand");
+        const Outcome outcome = kscfg("launch " + quoted(config));
+        EXPECT_EQ(outcome.status, 1) << outcome.output;
+        const std::size_t lastLine = outcome.output.rfind('\n', outcome.output.size() - 2) + 1;
+        EXPECT_TRUE(outcome.output.substr(lastLine).starts_with("kscfg: Cannot ")) << outcome.output;
+        EXPECT_NE(outcome.output.find(dir), std::string::npos) << outcome.output;
+    }
     // The stand-in server writes its arguments, one a line, and its working directory.
     test::writeBytes(qdir.file("quake2"), "#!/bin/sh\n"
                                           "here=$(dirname \"$0\")\n"
@@ -157,18 +149,4 @@ TEST(KscfgLaunch, StartsTheServerFromQdirWithExactlyItsArguments) {
     EXPECT_EQ(record.substr(0, last + 1),
               "+set\ngame\nkestrand\n+set\ndedicated\n1\n+set\nport\n27910\n+exec\nserver.cfg\n");
     EXPECT_TRUE(fs::equivalent(record.substr(last + 1, record.size() - last - 2), qdir.path()));
-}
-
-TEST(KscfgLaunch, AFailingStartEndsWithOneClearLine) {
-    test::TempDir qdir;
-    const std::string config = qdir.file("server.cfg");
-    // No game program in QDIR, then a QDIR that does not exist.
-    for (const std::string& dir : {qdir.path().string(), qdir.file("gone")}) {
-        writeConfig(PathStyle::Linux, config, dir, "kestrand");
-        const Outcome outcome = kscfg("launch " + quoted(config));
-        EXPECT_EQ(outcome.status, 1) << outcome.output;
-        const std::size_t lastLine = outcome.output.rfind('\n', outcome.output.size() - 2) + 1;
-        EXPECT_TRUE(outcome.output.substr(lastLine).starts_with("kscfg: Cannot ")) << outcome.output;
-        EXPECT_NE(outcome.output.find(dir), std::string::npos) << outcome.output;
-    }
 }

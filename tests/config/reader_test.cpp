@@ -1,14 +1,12 @@
 #include "config/reader.h"
 #include "config/writer.h"
-#include "config_fixture.h"
 #include "frame/catalogue.h"
-
-#include <gtest/gtest.h>
+#include "support/launcher.h"
 
 #include <set>
 
 using namespace ks;
-using test::ConfigTest;
+using ConfigTest = test::LauncherTest;
 using Changes = test::Launcher::Snapshot;
 
 TEST_F(ConfigTest, TheWorkedExampleFillsFieldsAndBoxesAndTheNextSaveWritesTheNewTotal) {
@@ -20,8 +18,7 @@ TEST_F(ConfigTest, TheWorkedExampleFillsFieldsAndBoxesAndTheNextSaveWritesTheNew
                                          {"Form1.Check50", "1"},
                                          {"Form1.DMFLAG4", "8"},
                                          {"Form1.DMFLAGT", "88"}}));
-    EXPECT_EQ(messageTexts(), std::vector<std::string>{test::kForeignWarning});
-    EXPECT_EQ(platform.messages[0].title, "Kestrand Launcher File Warning");
+    EXPECT_EQ(shown(), std::vector<std::string>{test::kForeignWarning});
 
     mnuFileSave_Click(program);
     const std::string written = test::readBytes(path);
@@ -62,7 +59,9 @@ TEST(Reader, EachFileFillsOnlyWhatItsWordsName) {
         {"// set sa_cells 50", {{"Form1.SAC", "50"}}},
         {"// set item_quad", {{"Form1.Check16", "1"}, {"Form1.WIB8", "64"}, {"Form1.WIBT", "64"}}},
         {"// set IP 10.1.2.3 // Added", {{"frmMain.ipCheck", "0"}, {"frmMain.IP", "10.1.2.3"}}},
-        {"set deathmatch 5\r\nset fraglimit 7", {{"frmMain.FDM", ""}, {"frmMain.FFGL1", "7"}}, "Must be 0 or 1"},
+        {"set deathmatch 5\r\nset fraglimit 7",
+         {{"frmMain.FDM", ""}, {"frmMain.FFGL1", "7"}},
+         "DeathMatch, Off or On|Must be 0 or 1"},
         // A slash behind the second position ends the scan, so the value is never cut.
         {"// set qdir C:/Quake2 // Added", {{"frmMain.QDIR", ""}}},
         {"set motd_time " + longValue + "\r\n" + std::string(70000, '/') + "\r\nset timelimit 4",
@@ -85,16 +84,21 @@ TEST(Reader, EachFileFillsOnlyWhatItsWordsName) {
         std::vector<std::string> expected;
         if (!c.ruleMessage.empty()) expected.push_back(c.ruleMessage);
         if (!c.ours) expected.push_back(test::kForeignWarning);
-        EXPECT_EQ(launcher.messageTexts(), expected) << c.bytes.substr(0, 80);
+        EXPECT_EQ(launcher.shown(), expected) << c.bytes.substr(0, 80);
     }
 }
 
-TEST(Reader, CutRecordEndsItsScanInVeryLongRecords) {
-    std::string rec = "set /" + std::string(9995, 'x') + " value more ";
-    EXPECT_EQ(CutRecord(rec).words[2], "value"); // the scan went on at position 10,000
+TEST(Reader, CutRecordKeepsLinuxPathsAndEndsItsScanInVeryLongRecords) {
+    // In the Linux style a slash ends the scan only as "//" (Windows paths hold no slashes).
+    const std::string rec = "// set qdir /srv/q2 // Added by KS Launcher - Do NOT modify this section ";
+    EXPECT_EQ(CutRecord(rec, PathStyle::Linux).words[3], "/srv/q2");
+    EXPECT_EQ(CutRecord("set maxclients 8 //max 16 ", PathStyle::Linux).words[2], "8");
+    EXPECT_EQ(CutRecord("set sv_logdir log/k ", PathStyle::Linux).words[2], "log/k");
+    std::string big = "set /" + std::string(9995, 'x') + " value more ";
+    EXPECT_EQ(CutRecord(big).words[2], "value"); // the scan went on at position 10,000
     for (std::size_t at : {9999u, 10000u, 40000u}) {
-        rec = std::string(at - 1, 'a') + "/b c d e ";
-        EXPECT_EQ(CutRecord(rec).words[0].size(), at <= 9999 ? at + 1 : 0u) << at;
+        big = std::string(at - 1, 'a') + "/b c d e ";
+        EXPECT_EQ(CutRecord(big).words[0].size(), at <= 9999 ? at + 1 : 0u) << at;
     }
 }
 
@@ -108,25 +112,19 @@ TEST(Reader, FlagValuesTurnTheBoxOnUnlessTheyAreNumbersAtOrBelowZero) {
 }
 
 TEST(Reader, OnWindowsTheQuakeDirectoryMovesTheDriveUnderGuardAndTheGameDirectoryTheDirectory) {
-    test::FakePlatform windows;
-    windows.driveList = {"C:\\", "D:\\"};
-    windows.notReadyDrives = {"N:\\"};
-    windows.directories.insert("d:\\Quake2\\kestrand");
-    Program win(windows, PathStyle::Windows);
-    ConnectHandlers(win);
+    test::Launcher w(PathStyle::Windows, false);
+    w.platform.driveList = {"C:\\", "D:\\"};
+    w.platform.notReadyDrives = {"N:\\"};
+    w.platform.directories.insert("d:\\Quake2\\kestrand");
     std::vector<int> guard;
-    win.Drive2.onChange([&] { guard.push_back(win.state.ReadingQDIR); });
-    test::TempDir dir;
-    const std::string path = dir.file("win.cfg");
+    w.program.Drive2.onChange([&] { guard.push_back(w.program.state.ReadingQDIR); });
     // A drive that is not ready and a directory that does not exist then leave the selectors where they were.
     for (const char* qdir : {"d:\\Quake2", "N:\\Quake2"}) {
-        test::writeBytes(path, "// set qdir " + std::string(qdir) + " // Added\r\nset game_dir kestrand\r\n");
-        ASSERT_TRUE(OpenConfigFile(win, path));
-        EXPECT_EQ(win.Drive2.text() + "|" + win.Dir2.text(), "D:\\|d:\\Quake2\\kestrand");
-        EXPECT_EQ(win.frmMain.field("QDIR").text(), qdir);
+        w.open(w.file("// set qdir " + std::string(qdir) + " // Added\r\nset game_dir kestrand\r\n"));
+        EXPECT_EQ(w.where(), "D:\\ | d:\\Quake2\\kestrand | " + std::string(qdir) + " | kestrand");
     }
     EXPECT_EQ(guard, std::vector<int>{1});
-    EXPECT_EQ(win.state.ReadingQDIR, 0);
+    EXPECT_EQ(w.program.state.ReadingQDIR, 0);
 }
 
 TEST_F(ConfigTest, AForeignFileLeavesTheBoxesAndTheNextSaveWritesTheirTotal) {
@@ -136,23 +134,7 @@ TEST_F(ConfigTest, AForeignFileLeavesTheBoxesAndTheNextSaveWritesTheirTotal) {
     EXPECT_NE(test::readBytes(path).find("\r\nset dmflags 80\r\n"), std::string::npos);
 }
 
-TEST_F(ConfigTest, AFileThatCannotBeReadPutsBackNoneOnYellowAndChangesNothingElse) {
-    for (const std::string& path : {dir.file("missing.cfg"), dir.path().string()}) {
-        main("FFile").setText("/earlier.cfg");
-        main("FFile").setBackColour(kWhite);
-        platform.messages.clear();
-        EXPECT_EQ(openAndSee(path), (Changes{{"frmMain.FFile", "NONE"}})) << path;
-        EXPECT_EQ(main("FFile").backColour(), kPaleYellow);
-        EXPECT_EQ(program.frmMain.tabs().current(), kMainFirstTab);
-        EXPECT_EQ(messageTexts(), std::vector<std::string>{"There is no such existing file!"}) << path;
-        const MessageBoxRequest& m = platform.messages.at(0);
-        EXPECT_EQ(m.title, "Kestrand Launcher File Warning");
-        EXPECT_EQ(m.icon, MessageIcon::Critical);
-        EXPECT_EQ(m.buttons, MessageButtons::Ok);
-    }
-}
-
-TEST_F(ConfigTest, TheOpenDialogStartsInTheGameDirectoryAndCancelChangesNothing) {
+TEST_F(ConfigTest, OpenStartsInTheGameDirectoryCancelChangesNothingAndAnUnreadableFilePutsBackNone) {
     program.Dir2.setText("/games/quake2");
     const auto before = snapshot();
     mnuFileOpen_Click(program);
@@ -164,6 +146,17 @@ TEST_F(ConfigTest, TheOpenDialogStartsInTheGameDirectoryAndCancelChangesNothing)
     EXPECT_EQ(d.kind, FileDialogKind::Open);
     EXPECT_EQ(d.title + "|" + d.initialDirectory + "|" + d.fileName + "|" + d.filter,
               "Open|/games/quake2||Quake Configuration Files (*.CFG)|*.CFG");
+
+    for (const std::string& path : {dir.file("missing.cfg"), dir.path().string()}) {
+        main("FFile").setText("/earlier.cfg");
+        main("FFile").setBackColour(kWhite);
+        platform.messages.clear();
+        EXPECT_EQ(openAndSee(path), (Changes{{"frmMain.FFile", "NONE"}})) << path;
+        EXPECT_EQ(main("FFile").backColour(), kPaleYellow);
+        EXPECT_EQ(program.frmMain.tabs().current(), kMainFirstTab);
+        EXPECT_EQ(shown(), std::vector<std::string>{test::kFileWarning + "There is no such existing file!"}) << path;
+        EXPECT_EQ(platform.messages[0].icon, MessageIcon::Critical);
+    }
 }
 
 // Every field gets a value of its own and every check box is on; read into a launcher whose boxes are all
@@ -180,15 +173,14 @@ TEST_F(ConfigTest, AWrittenFileRestoresEveryFieldButTheFiveWithKeysOfTheirOwn) {
         return row.kind == ValueKind::Address ? "10.0.0.1" : std::to_string(1000 + n);
     };
     for (const auto& row : mainFields())
-        if (row.name != "FFile") main(std::string(row.name).c_str()).setText(valueFor(row));
+        if (row.name != "FFile") main(row.name).setText(valueFor(row));
     for (const auto& row : weaponFields())
-        program.Form2.field(row.name).setText(valueFor(row));
+        weapons(row.name).setText(valueFor(row));
     for (const AmmoField& ammo : startAmmo())
-        program.Form1.field(ammo.name).setText(std::to_string(++n));
+        flags(ammo.name).setText(std::to_string(++n));
     for (const auto& box : program.Form1.checkBoxes())
         box->setState(1);
-    const std::string path = dir.file("all.cfg");
-    main("FFile").setText(path);
+    main("FFile").setText(dir.file("all.cfg"));
     ASSERT_TRUE(WriteConfig(program).ok);
     const auto written = snapshot();
 
@@ -196,7 +188,7 @@ TEST_F(ConfigTest, AWrittenFileRestoresEveryFieldButTheFiveWithKeysOfTheirOwn) {
     for (const auto& box : fresh.program.Form1.checkBoxes())
         box->setState(0);
     const auto start = fresh.snapshot();
-    fresh.open(path);
+    fresh.open(dir.file("all.cfg"));
     EXPECT_TRUE(fresh.platform.messages.empty());
     const auto read = fresh.snapshot();
     const std::set<std::string> ownKeys = {"frmMain.FAD1", "frmMain.FAD2", "frmMain.FAD5", "frmMain.FMS3",

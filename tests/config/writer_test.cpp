@@ -1,13 +1,11 @@
 #include "config/layout.h"
 #include "config/writer.h"
-#include "config_fixture.h"
-
-#include <gtest/gtest.h>
+#include "support/launcher.h"
 
 #include <filesystem>
 
 using namespace ks;
-using test::ConfigTest;
+using ConfigTest = test::LauncherTest;
 namespace fs = std::filesystem;
 
 namespace {
@@ -78,14 +76,7 @@ TEST_F(ConfigTest, WithAnAddressTheFileHas238LinesOfTheRightKindsAndValuesGoOutA
     EXPECT_EQ(kinds, (std::map<char, int>{{'M', 3}, {'B', 3}, {'C', 91}, {'S', 111}, {'H', 11}, {'E', 19}}));
 }
 
-TEST_F(ConfigTest, WriteConfigWritesNothingWithoutAFileAndReplacesThroughALinkKeepingPermissions) {
-    for (const char* target : {"NONE", ""}) {
-        main("FFile").setText(target);
-        EXPECT_TRUE(WriteConfig(program).ok);
-    }
-    EXPECT_TRUE(fs::is_empty(dir.path()));
-    EXPECT_EQ(program.state.ConfigSaved, 0);
-
+TEST_F(ConfigTest, WriteConfigReplacesThroughALinkKeepingPermissionsAndWritesTheSameBytesTwice) {
     const std::string real = dir.file("real.cfg"), link = dir.file("link.cfg");
     test::writeBytes(real, "old\r\n");
     fs::permissions(real, fs::perms::owner_read | fs::perms::owner_write, fs::perm_options::replace);
@@ -102,15 +93,25 @@ TEST_F(ConfigTest, WriteConfigWritesNothingWithoutAFileAndReplacesThroughALinkKe
     EXPECT_EQ(entries(dir.path()), 2u);
 }
 
-TEST_F(ConfigTest, FailedWritesLeaveTheOldFileWholeAndNoTemporaryFile) {
+// Save names the file and says why; Save As takes the new name and says nothing.
+TEST_F(ConfigTest, FailedWritesLeaveTheOldFileWholeAndNoTemporaryFileAndOnlySaveSaysWhy) {
     const std::string locked = dir.file("locked.cfg");
     test::writeBytes(locked, "keep me\r\n");
     fs::permissions(locked, fs::perms::owner_read | fs::perms::group_read, fs::perm_options::replace);
     for (const std::string& target : {dir.file("missing/server.cfg"), locked, dir.path().string()}) {
         main("FFile").setText(target);
-        const OperationResult result = WriteConfig(program);
-        EXPECT_FALSE(result.ok) << target;
-        EXPECT_FALSE(result.error.empty()) << target;
+        mnuFileSave_Click(program);
+        ASSERT_EQ(platform.messages.size(), 1u) << target;
+        const std::string said = shown()[0];
+        const std::string head = test::kFileWarning + "The configuration file " + target + " could not be written:\r";
+        EXPECT_TRUE(said.starts_with(head)) << said;
+        EXPECT_EQ(said.find(":\r\r"), std::string::npos) << "no reason given: " << said;
+        platform.messages.clear();
+        main("FFile").setText("/earlier.cfg");
+        platform.dialogAnswers.push_back(target);
+        mnuFileSaveAs_Click(program);
+        EXPECT_EQ(main("FFile").text(), target);
+        EXPECT_TRUE(platform.messages.empty());
     }
     EXPECT_EQ(test::readBytes(locked), "keep me\r\n");
     EXPECT_EQ(program.state.ConfigSaved, 0);

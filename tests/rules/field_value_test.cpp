@@ -40,12 +40,10 @@ TEST(FieldValue, ReadsTheLeadingNumberAndNeverFails) {
 }
 
 TEST(PlainDecimal, HasNoExponentNoTrailingZeroAndReadsBackExactly) {
-    for (const auto& [value, text] : {std::pair{-0.0, "0"},
-                                      {8.5, "8.5"},
-                                      {1e20, "100000000000000000000"},
-                                      {1.5e-7, "0.00000015"},
-                                      {-kInf, "-inf"},
-                                      {std::nan(""), "nan"}})
+    const std::pair<double, const char*> rows[] = {
+        {-0.0, "0"},     {8.5, "8.5"},         {1e20, "100000000000000000000"}, {1.5e-7, "0.00000015"},
+        {-kInf, "-inf"}, {std::nan(""), "nan"}};
+    for (const auto& [value, text] : rows)
         EXPECT_EQ(PlainDecimal(value), text);
     for (const double value :
          {0.1 + 0.2, -1.0 / 3, std::numeric_limits<double>::max(), std::numeric_limits<double>::denorm_min()}) {

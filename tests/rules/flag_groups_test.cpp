@@ -1,8 +1,9 @@
 #include "config/writer.h"
 #include "frame/catalogue.h"
-#include "rules_fixture.h"
+#include "support/launcher.h"
 
 using namespace ks;
+using RulesTest = test::LauncherTest;
 
 TEST_F(RulesTest, EachMemberSetsItsBitAndTheTotalFollowsAndReturnsWhenClickedBack) {
     for (const FlagGroup& group : flagGroups())
@@ -19,7 +20,9 @@ TEST_F(RulesTest, EachMemberSetsItsBitAndTheTotalFollowsAndReturnsWhenClickedBac
     EXPECT_TRUE(platform.messages.empty());
 }
 
-TEST_F(RulesTest, DmFlagsAddUpBeyondSixteenBits) {
+TEST_F(RulesTest, DmFlagsAddUpBeyondSixteenBitsAndAWrittenFileHoldsWhatWasClicked) {
+    check("Check57").setState(1);
+    EXPECT_NE(RenderConfig(program).find("\r\nset dmflags 1104\r\n"), std::string::npos);
     for (const FlagMember& member : flagGroups()[5].members)
         check(member.check).setState(1);
     EXPECT_EQ(flags("DMFLAGT").text(), "983039");
@@ -46,9 +49,4 @@ TEST_F(RulesTest, TypedItemValuesEnterTheSumAtTheNextClickInTheirGroupUnrounded)
     flags("AB5").setText("2 0x");
     check("Check84").setState(1);
     EXPECT_EQ(flags("ABT").text(), "56.5");
-}
-
-TEST_F(RulesTest, AWrittenFileHoldsTheClickedFlags) {
-    check("Check57").setState(1);
-    EXPECT_NE(RenderConfig(program).find("\r\nset dmflags 1104\r\n"), std::string::npos);
 }

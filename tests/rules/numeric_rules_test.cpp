@@ -1,10 +1,11 @@
 #include "frame/catalogue.h"
 #include "rules/numeric_rules.h"
-#include "rules_fixture.h"
+#include "support/launcher.h"
 
 #include <map>
 
 using namespace ks;
+using RulesTest = test::LauncherTest;
 
 TEST_F(RulesTest, EveryRangedFieldHasOneRuleUpToItsBoundWithItsOwnWordsAndNoOtherFieldHasOne) {
     flags("ABT").setText("99"); // the ammo ban total shares its name with the bot chat switch
@@ -48,17 +49,15 @@ TEST_F(RulesTest, MainSwitchTakesAnyLeadingNumberFromZeroToOneAndEmptiesItselfOt
     EXPECT_EQ(platform.messages[0].icon, MessageIcon::None);
 }
 
-TEST_F(RulesTest, HookColourAndVooshModeHaveTheirWiderRangesAndOddWords) {
+TEST_F(RulesTest, HookColourAndVooshModeHaveWiderRangesAndAWeaponSwitchWarnsAtEveryKeystrokeUntilEmptied) {
     for (const char* text : {"1", "10", "8"})
         main("FHC1").setText(text);
     main("VM").setText("10");
-    EXPECT_EQ(shown(), (std::vector<std::string>{"Laser Grapple ColorAllow, 1 - 8|Must be 0 - 8",
-                                                 "Must be 0 - 9|One Weapon Voosh-Mode 0 - Off, check other possible "
-                                                 "values by the text"}));
-}
-
-TEST_F(RulesTest, WeaponSwitchKeepsABadValueAndWarnsAtEveryKeystrokeUntilDeleted) {
     for (const char* text : {"2", "23", "2", ""})
         weapons("DL1").setText(text);
-    EXPECT_EQ(shown(), std::vector<std::string>(3, "Damage Location, Off or On|Must be 0 or 1"));
+    const std::string dl1 = "Damage Location, Off or On|Must be 0 or 1";
+    EXPECT_EQ(shown(), (std::vector<std::string>{
+                           "Laser Grapple ColorAllow, 1 - 8|Must be 0 - 8",
+                           "Must be 0 - 9|One Weapon Voosh-Mode 0 - Off, check other possible values by the text", dl1,
+                           dl1, dl1}));
 }

@@ -1,11 +1,12 @@
 #include "frame/catalogue.h"
 #include "frame/colour.h"
 #include "rules/text_rules.h"
-#include "rules_fixture.h"
+#include "support/launcher.h"
 
 #include <tuple>
 
 using namespace ks;
+using RulesTest = test::LauncherTest;
 
 namespace {
 
@@ -56,7 +57,7 @@ TEST_F(RulesTest, LeavingAQuotedTextFieldQuotesItButTextSetByCodeStays) {
     }
 }
 
-TEST_F(RulesTest, UseDefaultGreysAndEmptiesTheAddressAndGivesItBack) {
+TEST_F(RulesTest, UseDefaultGreysAndEmptiesTheAddressAndGivesItBackAndLeavingTheFieldChangesNothing) {
     Field& IP = main("IP");
     CheckBox& ipCheck = program.frmMain.check("ipCheck");
     auto look = [&] { return std::tuple{IP.text(), IP.enabled(), IP.backColour(), program.state.SavedIP}; };
@@ -68,6 +69,13 @@ TEST_F(RulesTest, UseDefaultGreysAndEmptiesTheAddressAndGivesItBack) {
     EXPECT_EQ(look(), std::tuple("", false, kDisabledGrey, "10.0.0.5"));
     ipCheck.setState(0);
     EXPECT_EQ(look(), std::tuple("10.0.0.5", true, kWhite, "10.0.0.5"));
+    // Leaving the field tests a copy of its text.
+    for (const char* text : {" 1.2.3.4 ", "1.2.3.x4"}) {
+        IP.setText(text);
+        IP.validate();
+        EXPECT_EQ(IP.text(), text);
+    }
+    EXPECT_EQ(shown(), std::vector<std::string>{"IP Validator|1.2.3.4 is Invalid"});
 }
 
 TEST_F(RulesTest, AddressTestTrimsTheCallersTextAndSpeaksOnlyOnItsTwoMessagePaths) {
@@ -81,14 +89,4 @@ TEST_F(RulesTest, AddressTestTrimsTheCallersTextAndSpeaksOnlyOnItsTwoMessagePath
     std::string padded = "  1.2.3.4  ";
     Valid_IP(program, padded);
     EXPECT_EQ(padded, "1.2.3.4");
-}
-
-TEST_F(RulesTest, LeavingTheAddressFieldTestsACopyAndChangesNothing) {
-    program.frmMain.check("ipCheck").setState(0);
-    for (const char* text : {" 1.2.3.4 ", "1.2.3.x4"}) {
-        main("IP").setText(text);
-        main("IP").validate();
-        EXPECT_EQ(main("IP").text(), text);
-    }
-    EXPECT_EQ(shown(), std::vector<std::string>{"IP Validator|1.2.3.4 is Invalid"});
 }

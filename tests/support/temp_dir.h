@@ -2,8 +2,8 @@
 
 #include <filesystem>
 #include <fstream>
+#include <iterator>
 #include <random>
-#include <sstream>
 #include <string>
 
 namespace ks::test {
@@ -13,7 +13,8 @@ class TempDir {
 public:
     TempDir() {
         std::random_device device;
-        path_ = std::filesystem::temp_directory_path() / ("kstest-" + std::to_string(device()) + std::to_string(device()));
+        path_ =
+            std::filesystem::temp_directory_path() / ("kstest-" + std::to_string(device()) + std::to_string(device()));
         std::filesystem::create_directories(path_);
     }
     ~TempDir() {
@@ -33,9 +34,7 @@ private:
 
 inline std::string readBytes(const std::string& path) {
     std::ifstream in(path, std::ios::binary);
-    std::ostringstream out;
-    out << in.rdbuf();
-    return out.str();
+    return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
 }
 
 inline void writeBytes(const std::string& path, const std::string& bytes) {
