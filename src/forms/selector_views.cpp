@@ -61,11 +61,11 @@ DirectoryView::DirectoryView(Program& program, QWidget* parent)
         const QString current = model_->filePath(currentIndex());
         const QString prefix = loaded.endsWith(QLatin1Char('/')) ? loaded : loaded + QLatin1Char('/');
         if (current.isEmpty() || (current != loaded && !current.startsWith(prefix))) return;
-        scrollTo(currentIndex(), PositionAtCenter);
+        showCurrent();
         sortPending_ = true;
     });
     connect(model_, &QAbstractItemModel::layoutChanged, this, [this] {
-        if (std::exchange(sortPending_, false)) scrollTo(currentIndex(), PositionAtCenter);
+        if (std::exchange(sortPending_, false)) showCurrent();
     });
     refresh();
 }
@@ -88,8 +88,12 @@ void DirectoryView::refresh() {
     if (current.isValid()) {
         setCurrentIndex(current);
         expand(current);
-        scrollTo(current, PositionAtCenter);
+        showCurrent();
     }
+}
+
+void DirectoryView::showCurrent() {
+    scrollTo(currentIndex(), PositionAtCenter);
 }
 
 } // namespace ks

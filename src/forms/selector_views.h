@@ -35,6 +35,7 @@ public:
 
 private:
     void refresh();
+    void showCurrent(); // scrolls the selected directory to the middle of the tree
 
     Program& program_;
     QFileSystemModel* model_;

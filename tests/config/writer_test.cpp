@@ -76,7 +76,14 @@ TEST_F(ConfigTest, WithAnAddressTheFileHas238LinesOfTheRightKindsAndValuesGoOutA
     EXPECT_EQ(kinds, (std::map<char, int>{{'M', 3}, {'B', 3}, {'C', 91}, {'S', 111}, {'H', 11}, {'E', 19}}));
 }
 
-TEST_F(ConfigTest, WriteConfigReplacesThroughALinkKeepingPermissionsAndWritesTheSameBytesTwice) {
+TEST_F(ConfigTest, WriteConfigWritesNothingWithoutAFileAndReplacesThroughALinkKeepingPermissions) {
+    for (const char* target : {"NONE", ""}) {
+        main("FFile").setText(target);
+        EXPECT_TRUE(WriteConfig(program).ok);
+    }
+    EXPECT_TRUE(fs::is_empty(dir.path()));
+    EXPECT_EQ(program.state.ConfigSaved, 0);
+
     const std::string real = dir.file("real.cfg"), link = dir.file("link.cfg");
     test::writeBytes(real, "old\r\n");
     fs::permissions(real, fs::perms::owner_read | fs::perms::owner_write, fs::perm_options::replace);

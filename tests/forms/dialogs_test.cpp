@@ -93,6 +93,7 @@ private slots:
             dialog->close();
         });
         QTest::mouseClick(launcher.find<QPushButton>("Command2"), Qt::LeftButton);
+        QCOMPARE(launcher.platform.sounds.front(), std::string("/opt/kslaunch/bfg.wav"));
         QCOMPARE(launcher.platform.messages.size(), std::size_t(1));
         QVERIFY(RenderConfig(launcher.program).find("set b_damage 30\r\n") != std::string::npos);
         whenModal([](QWidget* dialog) { dialog->close(); });
