@@ -46,7 +46,6 @@ public:
     long messages = 0;
 };
 
-
 // Written files one after another, each with other values in a few fields, so the handlers have work.
 std::string makeFile(const fs::path& path, std::size_t targetBytes) {
     QuietPlatform platform;

@@ -91,7 +91,8 @@ OperationResult ConsolePlatform::startProcess(const std::string& commandLine) {
     }
     if (words.empty()) return OperationResult::failure("the command line is empty");
     std::vector<char*> argv;
-    for (std::string& w : words) argv.push_back(w.data());
+    for (std::string& w : words)
+        argv.push_back(w.data());
     argv.push_back(nullptr);
 
     // A pipe that closes on a successful exec tells whether the program started.

@@ -230,12 +230,8 @@ private:
 
 } // namespace
 
-std::span<const SecondWordKey> secondWordKeys() {
-    return kSecondWordRows;
-}
-std::span<const ThirdWordKey> thirdWordKeys() {
-    return kThirdWordRows;
-}
+std::span<const SecondWordKey> secondWordKeys() { return kSecondWordRows; }
+std::span<const ThirdWordKey> thirdWordKeys() { return kThirdWordRows; }
 
 const SecondWordKey* findSecondWordKey(std::string_view word) {
     static const KeyIndex<SecondWordKey> index{secondWordKeys()};

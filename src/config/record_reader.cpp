@@ -5,9 +5,7 @@ namespace ks {
 namespace {
 constexpr std::size_t kBufferSize = 1 << 16;
 
-bool endsLine(char c) {
-    return c == '\r' || c == '\n';
-}
+bool endsLine(char c) { return c == '\r' || c == '\n'; }
 } // namespace
 
 bool RecordReader::open(const std::string& path) {
@@ -26,9 +24,7 @@ bool RecordReader::fill() {
     return len_ > 0;
 }
 
-bool RecordReader::atEnd() {
-    return !available();
-}
+bool RecordReader::atEnd() { return !available(); }
 
 void RecordReader::skipLineEnd() {
     // At a CR or an LF: a CR takes an LF behind it along.

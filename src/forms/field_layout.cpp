@@ -77,8 +77,10 @@ public:
             }
             addRow(loose_, i);
         }
-        while (int(columns_.size()) < plan_.columns) newColumn();
-        for (QVBoxLayout* column : columns_) column->addStretch(1);
+        while (int(columns_.size()) < plan_.columns)
+            newColumn();
+        for (QVBoxLayout* column : columns_)
+            column->addStretch(1);
         const bool allFixed = std::all_of(columns_.begin(), columns_.end(), [&](QVBoxLayout* column) {
             return column->parentWidget()->minimumWidth() == column->parentWidget()->maximumWidth();
         });

@@ -36,7 +36,8 @@ QWidget* groupFrame(std::string_view heading) {
 
 FlagsDialog::FlagsDialog(Program& program, QWidget* parent)
     : SettingsDialog(program, "Form1", kFlagsCaption, parent), tabs_(new RowTabs(program.Form1.tabs(), 3, this)) {
-    for (int tab = 0; tab < tabs_->count(); ++tab) buildPage(tab);
+    for (int tab = 0; tab < tabs_->count(); ++tab)
+        buildPage(tab);
     setContent(tabs_);
 }
 

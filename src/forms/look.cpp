@@ -15,8 +15,10 @@ QFont launcherFont(double pointSize, bool bold) {
         const char* family;
         int stretch;
     };
-    static const Choice preferred[] = {{"Tahoma", QFont::Unstretched},       {"Segoe UI", QFont::Unstretched},
-                                       {"DejaVu Sans", QFont::Condensed}, {"Liberation Sans", QFont::Unstretched},
+    static const Choice preferred[] = {{"Tahoma", QFont::Unstretched},
+                                       {"Segoe UI", QFont::Unstretched},
+                                       {"DejaVu Sans", QFont::Condensed},
+                                       {"Liberation Sans", QFont::Unstretched},
                                        {"Arial", QFont::Unstretched}};
     const QStringList available = QFontDatabase::families();
     QFont font;

@@ -107,8 +107,8 @@ void MainWindow::buildControls() {
 void MainWindow::buildPages() {
     const PageExtras extras{mainHints(), mainCheckBoxes()};
     for (int tab = 0; tab < tabs_->count(); ++tab) {
-        const auto columns = layOutFields(tabs_->page(tab), program_.frmMain, mainFields(), tab, kMainPlans[tab],
-                                          extras);
+        const auto columns =
+            layOutFields(tabs_->page(tab), program_.frmMain, mainFields(), tab, kMainPlans[tab], extras);
         if (tab != kSelectorsTab) continue;
         // The drive list and the directory tree stand in the last column, their hint below them.
         QVBoxLayout* column = columns.back();

@@ -82,7 +82,8 @@ MessageAnswer QtPlatform::messageBox(const MessageBoxRequest& request) {
         buttons = {QMessageBox::Yes, QMessageBox::No, QMessageBox::Cancel};
         break;
     }
-    for (auto button : buttons) box.addButton(button);
+    for (auto button : buttons)
+        box.addButton(button);
     const int defaultIndex = std::min<int>(request.defaultButton, int(buttons.size()) - 1);
     box.setDefaultButton(buttons[std::max(0, defaultIndex)]);
     switch (box.exec()) {
@@ -180,7 +181,8 @@ OperationResult QtPlatform::openLink(const std::string& target) {
 std::vector<std::string> QtPlatform::drives() {
     std::vector<std::string> result;
 #ifdef _WIN32
-    for (const QFileInfo& drive : QDir::drives()) result.push_back(fromQt(QDir::toNativeSeparators(drive.path())));
+    for (const QFileInfo& drive : QDir::drives())
+        result.push_back(fromQt(QDir::toNativeSeparators(drive.path())));
 #else
     result.push_back("/");
     for (const QStorageInfo& volume : QStorageInfo::mountedVolumes()) {
@@ -188,10 +190,10 @@ std::vector<std::string> QtPlatform::drives() {
         if (root == QLatin1String("/") || !volume.isValid() || !volume.isReady()) continue;
         const QByteArray type = volume.fileSystemType();
         // Real volumes only: no kernel, memory or container file systems.
-        static const QList<QByteArray> virtualTypes = {"proc", "sysfs", "tmpfs", "devtmpfs", "devpts", "cgroup",
-                                                       "cgroup2", "overlay", "securityfs", "pstore", "debugfs",
-                                                       "tracefs", "mqueue", "hugetlbfs", "fusectl", "configfs",
-                                                       "binfmt_misc", "autofs", "bpf", "nsfs", "ramfs", "squashfs"};
+        static const QList<QByteArray> virtualTypes = {
+            "proc",        "sysfs",  "tmpfs",   "devtmpfs", "devpts", "cgroup",    "cgroup2", "overlay",
+            "securityfs",  "pstore", "debugfs", "tracefs",  "mqueue", "hugetlbfs", "fusectl", "configfs",
+            "binfmt_misc", "autofs", "bpf",     "nsfs",     "ramfs",  "squashfs"};
         if (virtualTypes.contains(type)) continue;
         result.push_back(fromQt(root));
     }

@@ -60,7 +60,8 @@ QRect RowTabs::tabRect(int index) const {
 
 QSize RowTabs::sizeHint() const {
     int widest = 0;
-    for (int i = 0; i < count(); ++i) widest = qMax(widest, fontMetrics().horizontalAdvance(caption(i)) + 16);
+    for (int i = 0; i < count(); ++i)
+        widest = qMax(widest, fontMetrics().horizontalAdvance(caption(i)) + 16);
     const QSize pages = stack_->sizeHint();
     return QSize(qMax(widest * perRow_, pages.width() + 2 * (kBorder + 2)),
                  headerHeight() + pages.height() + 2 * (kBorder + 2));

@@ -16,7 +16,8 @@ namespace ks {
 DriveView::DriveView(Program& program, QWidget* parent) : QComboBox(parent), program_(program) {
     setObjectName(QStringLiteral("Drive2"));
     setToolTip(toQt(program.Drive2.toolTip()));
-    for (const std::string& drive : program.platform.drives()) addItem(toQt(drive));
+    for (const std::string& drive : program.platform.drives())
+        addItem(toQt(drive));
     view_ = program_.Drive2.addView([this] { refresh(); });
     connect(this, &QComboBox::activated, this, [this](int index) {
         // A drive that is not ready leaves the list where it was.
@@ -45,7 +46,8 @@ DirectoryView::DirectoryView(Program& program, QWidget* parent)
     model_->setFilter(QDir::AllDirs | QDir::NoDotAndDotDot | QDir::Drives);
     model_->setRootPath(QString());
     setModel(model_);
-    for (int column = 1; column < model_->columnCount(); ++column) hideColumn(column);
+    for (int column = 1; column < model_->columnCount(); ++column)
+        hideColumn(column);
     header()->hide();
     setIndentation(10);
     setUniformRowHeights(true);
@@ -92,8 +94,6 @@ void DirectoryView::refresh() {
     }
 }
 
-void DirectoryView::showCurrent() {
-    scrollTo(currentIndex(), PositionAtCenter);
-}
+void DirectoryView::showCurrent() { scrollTo(currentIndex(), PositionAtCenter); }
 
 } // namespace ks

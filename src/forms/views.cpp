@@ -74,7 +74,8 @@ QStringList SpanLabel::phrases() const {
 
 QSize SpanLabel::sizeHint() const {
     int width = 0;
-    for (const QString& phrase : phrases()) width = qMax(width, fontMetrics().horizontalAdvance(phrase));
+    for (const QString& phrase : phrases())
+        width = qMax(width, fontMetrics().horizontalAdvance(phrase));
     return QSize(width + 2, fontMetrics().height() * rows_);
 }
 
@@ -85,9 +86,8 @@ void SpanLabel::paintEvent(QPaintEvent*) {
     const int band = height() / qMax(1, rows_);
     for (int i = 0; i < parts.size(); ++i) {
         const int row = qMin(i, rows_ - 1);
-        painter.drawText(QRect(0, row * band, width(), band), int(alignment() & Qt::AlignHorizontal_Mask) |
-                                                                  Qt::AlignVCenter,
-                         parts[i]);
+        painter.drawText(QRect(0, row * band, width(), band),
+                         int(alignment() & Qt::AlignHorizontal_Mask) | Qt::AlignVCenter, parts[i]);
     }
 }
 

@@ -9,6 +9,8 @@ namespace ks {
 
 namespace {
 
+// The tables keep one row a line.
+// clang-format off
 // Generated from the settings catalogue; one row per field of the main window.
 constexpr FieldRow kMainFieldRows[] = {
     {"FHOSTN", "hostname", "hostname", "Hostname", "This is the name reported to Quake Master Servers used to report your server to the Quake World", 0, ValueKind::QuotedText, ""},
@@ -279,6 +281,7 @@ constexpr Hint kHintRows[] = {
 constexpr CheckRow kMainCheckRows[] = {
     {"ipCheck", "Use Default", "Checked uses Default IP address", 0, "IP"},
 };
+// clang-format on
 
 Field& addRow(Form& form, const FieldRow& row) {
     return form.addField(std::string(row.name), std::string(row.key), std::string(row.defaultText),
@@ -333,7 +336,8 @@ void buildFlagsForm(Form& form) {
 }
 
 void buildWeaponsForm(Form& form) {
-    for (const FieldRow& row : kWeaponFieldRows) addRow(form, row);
+    for (const FieldRow& row : kWeaponFieldRows)
+        addRow(form, row);
 }
 
 } // namespace ks

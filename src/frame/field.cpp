@@ -25,7 +25,8 @@ void Observers::notify() const {
 
 namespace {
 void runAll(const std::vector<std::function<void()>>& handlers) {
-    for (std::size_t i = 0; i < handlers.size(); ++i) handlers[i]();
+    for (std::size_t i = 0; i < handlers.size(); ++i)
+        handlers[i]();
 }
 } // namespace
 

@@ -120,8 +120,7 @@ public:
 
     const std::string& name() const { return name_; }
 
-    Field& addField(std::string name, std::string tag, std::string defaultText, std::string label,
-                    std::string toolTip);
+    Field& addField(std::string name, std::string tag, std::string defaultText, std::string label, std::string toolTip);
     CheckBox& addCheckBox(std::string name, std::string caption, std::string toolTip, int state = 0);
     TabControl& addTabs(std::string name, std::vector<std::string> captions, int current);
 

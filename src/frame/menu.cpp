@@ -47,8 +47,10 @@ bool RunMenuCommand(Program& program, std::string_view name) {
     for (const MenuEntry& entry : kMenuRows) {
         if (entry.name != name) continue;
         // A View entry opens the companion file that its caption names.
-        if (entry.opensCompanionFile) ViewCompanionFile(program, entry.caption);
-        else if (entry.command) entry.command(program);
+        if (entry.opensCompanionFile)
+            ViewCompanionFile(program, entry.caption);
+        else if (entry.command)
+            entry.command(program);
         return entry.opensCompanionFile || entry.command;
     }
     return false;

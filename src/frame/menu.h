@@ -13,7 +13,7 @@ struct MenuEntry {
     std::string_view name;
     std::string_view caption;
     int level;
-    void (*command)(Program&); // null for top-level menus, separators and entries without a command
+    void (*command)(Program&);       // null for top-level menus, separators and entries without a command
     bool opensCompanionFile = false; // the caption names a companion text file to open
 };
 

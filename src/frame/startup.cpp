@@ -23,8 +23,6 @@ void LoadMainForm(Program& program) {
 
 namespace ks {
 
-void Exit_Animation(Program& program) {
-    program.platform.quit();
-}
+void Exit_Animation(Program& program) { program.platform.quit(); }
 
 } // namespace ks

@@ -42,9 +42,7 @@ private:
     std::size_t pos_ = 0;
 };
 
-bool isDigit(char c) {
-    return c >= '0' && c <= '9';
-}
+bool isDigit(char c) { return c >= '0' && c <= '9'; }
 
 // &H or &O: whole digits of base 16 or 8, no sign, no point.
 double readRadix(Cursor& cursor, int base) {

@@ -57,9 +57,7 @@ constexpr NumericRule kRules[] = {
 
 } // namespace
 
-std::span<const NumericRule> numericRules() {
-    return kRules;
-}
+std::span<const NumericRule> numericRules() { return kRules; }
 
 const NumericRule* findNumericRule(RuleForm form, std::string_view field) {
     for (const NumericRule& rule : kRules)
@@ -67,9 +65,7 @@ const NumericRule* findNumericRule(RuleForm form, std::string_view field) {
     return nullptr;
 }
 
-Form& ruleForm(Program& program, RuleForm form) {
-    return form == RuleForm::Main ? program.frmMain : program.Form2;
-}
+Form& ruleForm(Program& program, RuleForm form) { return form == RuleForm::Main ? program.frmMain : program.Form2; }
 
 bool NumericRuleAccepts(const NumericRule& rule, std::string_view text) {
     const double value = FieldValue(text);

@@ -34,9 +34,7 @@ bool octetConverts(std::string_view octet) {
 
 } // namespace
 
-std::span<const QuotedField> quotedFields() {
-    return kQuotedRows;
-}
+std::span<const QuotedField> quotedFields() { return kQuotedRows; }
 
 void QuoteInline(std::string& text) {
     if (text.empty() || text.front() != kQuote) text.insert(text.begin(), kQuote);
@@ -53,12 +51,8 @@ void QuoteValue(std::string& text) {
     QuoteInline(text);
 }
 
-void QuoteValue(Program& program) {
-    QuoteValue(program.state.QuoteBuffer);
-}
-void QuoteInline(Program& program) {
-    QuoteInline(program.state.QuoteBuffer);
-}
+void QuoteValue(Program& program) { QuoteValue(program.state.QuoteBuffer); }
+void QuoteInline(Program& program) { QuoteInline(program.state.QuoteBuffer); }
 
 void QuoteField(Program& program, const QuotedField& quoted) {
     Field& field = program.frmMain.field(quoted.field);

@@ -16,14 +16,8 @@ void mnuHelpContents_Click(Program& program) {
     }
 }
 
-void ksd_Click(Program& program) {
-    program.platform.openLink(std::string(kDocsPage));
-}
-void mnuViewWebBrowser_Click(Program& program) {
-    program.platform.openLink(std::string(kWebSite));
-}
-void bug_Click(Program& program) {
-    program.platform.openLink(std::string(kBugMail));
-}
+void ksd_Click(Program& program) { program.platform.openLink(std::string(kDocsPage)); }
+void mnuViewWebBrowser_Click(Program& program) { program.platform.openLink(std::string(kWebSite)); }
+void bug_Click(Program& program) { program.platform.openLink(std::string(kBugMail)); }
 
 } // namespace ks

@@ -11,9 +11,7 @@ namespace ks {
 inline constexpr std::string_view kUnset = "NONE";
 
 // True for the empty text and "NONE": no value has been given.
-constexpr bool IsUnset(std::string_view text) {
-    return text.empty() || text == kUnset;
-}
+constexpr bool IsUnset(std::string_view text) { return text.empty() || text == kUnset; }
 
 // A directory path split into the Quake II directory above it and the game directory's name.
 struct GameDirectorySplit {

@@ -28,12 +28,8 @@ void whiteWhenSet(Field& field) {
 }
 } // namespace
 
-void FGD_Change(Program& program) {
-    whiteWhenSet(program.frmMain.field("FGD"));
-}
-void QDIR_Change(Program& program) {
-    whiteWhenSet(program.frmMain.field("QDIR"));
-}
+void FGD_Change(Program& program) { whiteWhenSet(program.frmMain.field("FGD")); }
+void QDIR_Change(Program& program) { whiteWhenSet(program.frmMain.field("QDIR")); }
 void FFile_Change(Program& program) {
     Field& file = program.frmMain.field("FFile");
     if (file.text() != kUnset) file.setBackColour(kWhite);
@@ -68,9 +64,7 @@ std::vector<SearchPlace> KestrandSearchPlaces(PathStyle style, const std::string
     return places;
 }
 
-std::string RootDrive(PathStyle style) {
-    return style == PathStyle::Windows ? "C:" : "/";
-}
+std::string RootDrive(PathStyle style) { return style == PathStyle::Windows ? "C:" : "/"; }
 
 void FindKestrandDirectory(Program& program) {
     Platform& platform = program.platform;

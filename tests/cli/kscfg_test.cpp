@@ -34,9 +34,7 @@ Outcome kscfg(const std::string& arguments, const std::string& from = "/") {
     return outcome;
 }
 
-std::string quoted(const std::string& path) {
-    return "'" + path + "'";
-}
+std::string quoted(const std::string& path) { return "'" + path + "'"; }
 
 // Writes a configuration file in the launcher's layout with the given Quake II and game directory.
 void writeConfig(PathStyle style, const std::string& path, const std::string& qdir, const std::string& gameDir) {

@@ -10,9 +10,7 @@ namespace fs = std::filesystem;
 
 namespace {
 // How a box looks, besides its text: title, buttons, icon and default button.
-auto looks(const MessageBoxRequest& m) {
-    return std::tuple{m.title, m.buttons, m.icon, m.defaultButton};
-}
+auto looks(const MessageBoxRequest& m) { return std::tuple{m.title, m.buttons, m.icon, m.defaultButton}; }
 auto critical(const char* title, MessageButtons buttons, int defaultButton) {
     return std::tuple{std::string(title), buttons, MessageIcon::Critical, defaultButton};
 }

@@ -15,9 +15,7 @@ using namespace ks::test;
 
 namespace {
 
-QString textOf(QWidget* dialog, const char* name) {
-    return dialog->findChild<QLineEdit*>(name)->text();
-}
+QString textOf(QWidget* dialog, const char* name) { return dialog->findChild<QLineEdit*>(name)->text(); }
 
 } // namespace
 

@@ -44,9 +44,7 @@ struct Launcher {
     }
 };
 
-inline QString qt(std::string_view text) {
-    return toQt(std::string(text));
-}
+inline QString qt(std::string_view text) { return toQt(std::string(text)); }
 
 inline void clickTab(RowTabs* tabs, int tab) {
     QTest::mouseClick(tabs, Qt::LeftButton, {}, tabs->tabRect(tab).center());
