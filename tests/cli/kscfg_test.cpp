@@ -148,3 +148,31 @@ TEST(KscfgLaunch, StartsTheServerFromQdirWithExactlyItsArgumentsOrEndsWithOneCle
               "+set\ngame\nkestrand\n+set\ndedicated\n1\n+set\nport\n27910\n+exec\nserver.cfg\n");
     EXPECT_TRUE(fs::equivalent(record.substr(last + 1, record.size() - last - 2), qdir.path()));
 }
+
+// The files under tests/data were made by the launcher as it stood when they were checked in; a changed default,
+// flag bit, line of the layout or key of the reader shows here as a difference in bytes.
+TEST(KscfgGolden, NewAndConvertGiveTheCheckedInFilesByteForByte) {
+    test::TempDir dir;
+    const fs::path data = KS_TEST_DATA;
+    const std::string out = dir.file("out.cfg");
+    ASSERT_EQ(kscfg("new " + quoted(out)).status, 0);
+    EXPECT_EQ(test::readBytes(out), test::readBytes((data / "default.cfg").string()));
+
+    const auto convert = [&](const std::string& inputs, const std::string& expected) {
+        const Outcome outcome = kscfg("convert " + inputs + " -o " + quoted(out));
+        ASSERT_EQ(outcome.status, 0) << expected;
+        EXPECT_EQ(test::readBytes(out), test::readBytes((data / "convert/out" / (expected + ".cfg")).string()))
+            << expected;
+        // The warnings, one line each on the error stream.
+        EXPECT_EQ(outcome.output, test::readBytes((data / "convert/out" / (expected + ".err")).string())) << expected;
+    };
+    int files = 0;
+    for (const auto& entry : fs::directory_iterator(data / "convert/in")) {
+        convert(quoted(entry.path().string()), entry.path().stem().string());
+        ++files;
+    }
+    EXPECT_EQ(files, 7);
+    convert(quoted((data / "convert/in/foreign-typical.cfg").string()) + " " +
+                quoted((data / "convert/in/foreign-cr-flags.cfg").string()),
+            "typical-then-flags");
+}
