@@ -5,7 +5,7 @@
 #include "config/record_reader.h"
 #include "config/writer.h"
 #include "frame/program.h"
-#include "frame/startup.h"
+#include "session/startup.h"
 
 #include <chrono>
 #include <cstdio>
@@ -42,7 +42,7 @@ public:
     bool driveReady(const std::string&) override { return true; }
     std::string driveCurrentDirectory(const std::string& drive) override { return drive; }
     std::string homeDirectory() override { return {}; }
-    void quit() override {}
+    void endProgram() override {}
     long messages = 0;
 };
 
@@ -50,16 +50,16 @@ public:
 std::string makeFile(const fs::path& path, std::size_t targetBytes) {
     QuietPlatform platform;
     ks::Program program(platform);
-    ks::ConnectHandlers(program);
-    ks::LoadMainForm(program);
+    ks::connectHandlers(program);
+    ks::loadMainForm(program);
     std::ofstream out(path, std::ios::binary);
     std::size_t written = 0;
     for (int round = 0; written < targetBytes; ++round) {
-        program.frmMain.field("FFGL1").setText(std::to_string(round));
-        program.frmMain.field("FHOSTN").setText("\"Server " + std::to_string(round) + "\"");
-        program.Form1.check("Check57").setState(round % 2);
-        program.Form2.field("FWD7").setText(std::to_string(70 + round % 10));
-        const std::string text = ks::RenderConfig(program);
+        program.field(ks::mainField("FFGL1")).setText(std::to_string(round));
+        program.field(ks::id::FHOSTN).setText("\"Server " + std::to_string(round) + "\"");
+        program.check(ks::flagsCheck("Check57")).setState(round % 2);
+        program.field(ks::weaponField("FWD7")).setText(std::to_string(70 + round % 10));
+        const std::string text = ks::renderConfig(program);
         out << text;
         written += text.size();
     }
@@ -108,11 +108,11 @@ int main() {
 
         QuietPlatform platform;
         ks::Program program(platform);
-        ks::ConnectHandlers(program);
-        ks::LoadMainForm(program);
+        ks::connectHandlers(program);
+        ks::loadMainForm(program);
         platform.messages = 0; // the start-up search may have spoken
         ks::ReadResult result;
-        secs = seconds([&] { result = ks::ReadConfig(program, path); });
+        secs = seconds([&] { result = ks::readConfig(program, path); });
         report("reader: cut, dispatch, handlers", bytes, secs, records);
         if (!result.read || !result.markerFound || platform.messages != 0)
             std::printf("unexpected: read %d, marker %d, %ld messages\n", result.read, result.markerFound,
@@ -124,8 +124,8 @@ int main() {
         const std::string sized = megabytes == 50u ? path : makeFile(dir / "small.cfg", megabytes * 1000u * 1000u);
         QuietPlatform platform;
         ks::Program program(platform);
-        ks::ConnectHandlers(program);
-        const double secs = seconds([&] { ks::ReadConfig(program, sized); });
+        ks::connectHandlers(program);
+        const double secs = seconds([&] { ks::readConfig(program, sized); });
         std::printf("reader on %2zu MB                     %8.3f s  %8.1f ns per byte\n", megabytes, secs,
                     secs * 1e9 / static_cast<double>(fs::file_size(sized)));
     }

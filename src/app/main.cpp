@@ -1,7 +1,7 @@
 #include "forms/main_window.h"
 #include "forms/qt_platform.h"
 #include "frame/program.h"
-#include "frame/startup.h"
+#include "session/startup.h"
 
 #include <QApplication>
 
@@ -35,10 +35,10 @@ int main(int argc, char** argv) {
     QApplication app(argc, argv);
     ks::QtPlatform platform;
     ks::Program program(platform);
-    ks::ConnectHandlers(program);
+    ks::connectHandlers(program);
     ks::MainWindow window(program);
     platform.setDialogParent(&window);
-    ks::LoadMainForm(program);
+    ks::loadMainForm(program);
     window.show();
     return app.exec();
 }

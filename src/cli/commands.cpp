@@ -4,8 +4,8 @@
 #include "config/reader.h"
 #include "config/writer.h"
 #include "frame/program.h"
-#include "frame/startup.h"
 #include "server/launch.h"
+#include "session/startup.h"
 
 #include <ostream>
 #include <span>
@@ -30,16 +30,16 @@ struct Command {
 struct FreshProgram {
     explicit FreshProgram(std::ostream& err, PathStyle style = nativePathStyle())
         : platform(err), program(platform, style) {
-        ConnectHandlers(program);
-        program.frmMain.check("ipCheck").setState(1);
+        connectHandlers(program);
+        program.check(id::ipCheck).setState(1);
     }
     ConsolePlatform platform;
     Program program;
 };
 
 int writeTo(Program& program, const std::string& path, std::ostream& err) {
-    program.frmMain.field("FFile").setText(path);
-    const OperationResult result = WriteConfig(program);
+    program.field(id::FFile).setText(path);
+    const OperationResult result = writeConfig(program);
     if (!result.ok) {
         err << "kscfg: cannot write " << path << ": " << result.error << '\n';
         return 1;
@@ -79,7 +79,7 @@ int runConvert(Args args, std::ostream&, std::ostream& err) {
     // Each file is read over what the ones before it left, as repeated Opens in the launcher would.
     FreshProgram fresh(err);
     for (const std::string& input : inputs)
-        if (!OpenConfigFile(fresh.program, input)) return 1;
+        if (!openConfigFile(fresh.program, input)) return 1;
     return writeTo(fresh.program, output, err);
 }
 
@@ -109,8 +109,8 @@ int runCommandLine(Args args, std::ostream& out, std::ostream& err) {
     PathStyle style = nativePathStyle();
     if (!launchArguments("command", args, true, file, style, err)) return 2;
     FreshProgram fresh(err, style);
-    if (!OpenConfigFile(fresh.program, file)) return 1;
-    out << ServerCommandLine(fresh.program) << '\n';
+    if (!openConfigFile(fresh.program, file)) return 1;
+    out << serverCommandLine(fresh.program) << '\n';
     return 0;
 }
 
@@ -119,11 +119,11 @@ int runLaunch(Args args, std::ostream& out, std::ostream& err) {
     PathStyle style = nativePathStyle();
     if (!launchArguments("launch", args, false, file, style, err)) return 2;
     FreshProgram fresh(err);
-    if (!OpenConfigFile(fresh.program, file)) return 1;
-    const LaunchResult result = StartServer(fresh.program);
+    if (!openConfigFile(fresh.program, file)) return 1;
+    const LaunchResult result = startServer(fresh.program);
     out << result.commandLine << std::endl;
     if (result.step != LaunchStep::Started) {
-        err << "kscfg: " << DescribeLaunchFailure(result) << '\n';
+        err << "kscfg: " << describeLaunchFailure(result) << '\n';
         return 1;
     }
     return 0;

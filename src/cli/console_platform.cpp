@@ -142,6 +142,6 @@ std::string ConsolePlatform::homeDirectory() {
     return home ? home : "";
 }
 
-void ConsolePlatform::quit() { std::exit(0); }
+void ConsolePlatform::endProgram() { std::exit(0); }
 
 } // namespace ks

@@ -31,7 +31,7 @@ public:
     bool driveReady(const std::string& drive) override;
     std::string driveCurrentDirectory(const std::string& drive) override;
     std::string homeDirectory() override;
-    void quit() override;
+    void endProgram() override;
 
 private:
     std::ostream& messages_;

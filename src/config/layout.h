@@ -1,6 +1,6 @@
 #pragma once
 
-#include "frame/program.h"
+#include "frame/catalogue.h"
 
 #include <span>
 #include <string_view>
@@ -17,14 +17,17 @@ enum class LineKind {
     Comment, // "// set KEY VALUE"
 };
 
-// One line of the file: its kind and, for a field line, the form and name of the field; for a section
-// line, its text.
+// One line of the file: its kind and, for a line of a setting, the field whose key and text it carries; for a
+// section line, its text.
 struct LayoutLine {
     LineKind kind;
-    FormId form;
-    std::string_view text;
+    FieldId field{};
+    std::string_view text{};
 };
 
+// The line that opens the launcher's own section of a file. A record equal to it marks a file as one the
+// launcher wrote.
+inline constexpr std::string_view kMarkerLine = "//Kestrand Launcher AUTO CONFIG SECTION - DO NOT Modify";
 // Stands behind the value of every marked line.
 inline constexpr std::string_view kAddedMark = " // Added by KS Launcher - Do NOT modify this section";
 inline constexpr std::string_view kLineEnd = "\r\n";

@@ -3,7 +3,6 @@
 #include "frame/path_style.h"
 
 #include <array>
-#include <cstddef>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -11,10 +10,6 @@
 namespace ks {
 
 class Program;
-
-// The line that opens the launcher's own section of a file. A record equal to it marks a file as one the
-// launcher wrote.
-inline constexpr std::string_view kMarkerLine = "//Kestrand Launcher AUTO CONFIG SECTION - DO NOT Modify";
 
 // One record cut into at most four words. The views point into the text the record was scanned from.
 struct RecordWords {
@@ -33,30 +28,28 @@ struct RecordWords {
 // an empty word.
 // Linux paths are written with slashes, so in the Linux style only a "//" ends the scan; a single slash is
 // part of the word.
-RecordWords CutRecord(std::string_view rec, PathStyle style = PathStyle::Windows);
+RecordWords cutRecord(std::string_view rec, PathStyle style = PathStyle::Windows);
 
 // Applies the words of one record to the fields: "map" sets the start map, "hostname" the host name, and
-// the second and third words are looked up in the reader's key tables.
-void DispatchRecord(Program& program, const RecordWords& words);
+// the second and third words are looked up among the keys the reader knows.
+void applyRecord(Program& program, const RecordWords& words);
 
-// Whether a flag line's value turns its check box on: a number above 0, or a word that is no number at all.
-// A number is the whole word: an optional sign, digits with an optional point, an optional exponent (E or D,
-// optional sign, digits), or an &H or &O literal. An empty word, "1x" or a number too large for a double is
-// no number.
-bool FlagValueTurnsOn(std::string_view value);
+// Whether a flag line's value turns its check box on: a whole number above 0, or a word that is no number
+// at all (an empty word, "1x", a number too large for a double).
+bool flagValueTurnsOn(std::string_view value);
 
-// Goes through the file at `path` and puts what it recognises into the fields. Gives false when the file
+// Goes through the file at `path` and puts what it recognises into the fields. `read` is false when the file
 // could not be read up to its first record; otherwise `markerFound` tells whether the marker line was seen.
 // A read that fails later ends the input quietly.
 struct ReadResult {
     bool read = false;
     bool markerFound = false;
 };
-ReadResult ReadConfig(Program& program, const std::string& path);
+ReadResult readConfig(Program& program, const std::string& path);
 
 // The Open command behind its dialog: FFile takes the path, the file is read, the first tab comes up and
 // the warning for a file the launcher did not write follows. A file that cannot be read says so, and FFile
 // goes back to "NONE" on yellow. Gives false in that case.
-bool OpenConfigFile(Program& program, const std::string& path);
+bool openConfigFile(Program& program, const std::string& path);
 
 } // namespace ks

@@ -2,7 +2,6 @@
 
 #include "config/atomic_file.h"
 #include "config/layout.h"
-#include "frame/catalogue.h"
 #include "frame/program.h"
 
 namespace ks {
@@ -19,7 +18,7 @@ void appendLine(std::string& out, const LayoutLine& line, const Field* field) {
     case LineKind::Marked:
     case LineKind::Comment:
         out += "// set ";
-        out += field->tag();
+        out += field->key();
         out += ' ';
         out += field->text();
         if (line.kind == LineKind::Marked) out += kAddedMark;
@@ -28,7 +27,7 @@ void appendLine(std::string& out, const LayoutLine& line, const Field* field) {
         out += "set ";
         [[fallthrough]];
     case LineKind::Bare:
-        out += field->tag();
+        out += field->key();
         out += ' ';
         out += field->text();
         break;
@@ -38,26 +37,26 @@ void appendLine(std::string& out, const LayoutLine& line, const Field* field) {
 
 } // namespace
 
-std::string RenderConfig(const Program& program) {
+std::string renderConfig(const Program& program) {
     std::string out;
     out.reserve(8192);
     for (const LayoutLine& line : configLayout()) {
         const Field* field = nullptr;
         if (line.kind != LineKind::Section && line.kind != LineKind::Empty) {
-            field = &program.form(line.form).field(line.text);
+            field = &program.field(line.field);
             // The IP line stands only while IP holds an address.
-            if (line.kind == LineKind::Marked && line.text == "IP" && field->text().empty()) continue;
+            if (line.field == id::IP && field->text().empty()) continue;
         }
         appendLine(out, line, field);
     }
     return out;
 }
 
-OperationResult WriteConfig(Program& program) {
-    const std::string& target = program.frmMain.field("FFile").text();
-    if (target.empty() || target == kNone) return OperationResult::success();
-    OperationResult result = replaceFileAtomically(target, RenderConfig(program));
-    if (result.ok) program.state.ConfigSaved = 1;
+OperationResult writeConfig(Program& program) {
+    const std::string& target = program.field(id::FFile).text();
+    if (isUnset(target)) return OperationResult::success();
+    OperationResult result = replaceFileAtomically(target, renderConfig(program));
+    if (result.ok) program.noteConfigSaved();
     return result;
 }
 

@@ -119,7 +119,7 @@ private:
     // The field's row; a row that the shared label already covers gets no label of its own.
     void addRow(QGridLayout* grid, std::size_t index) {
         const FieldRow& entry = rows_[index];
-        Field& field = form_.field(entry.name);
+        Field& field = form_.field(index);
         auto* edit = new FieldEdit(field);
         edit->setFixedHeight(kRowHeight);
         int& nextRow = nextRows_[grid];
@@ -134,8 +134,9 @@ private:
             line->setContentsMargins(0, 0, 0, 0);
             line->setSpacing(4);
             line->addWidget(edit, 1);
-            for (const CheckRow& check : extras_.checks)
-                if (check.nearField == entry.name) line->addWidget(new CheckView(form_.check(check.name)));
+            // The check boxes stand on the form in the order of their rows.
+            for (std::size_t c = 0; c < extras_.checks.size(); ++c)
+                if (extras_.checks[c].nearField == entry.name) line->addWidget(new CheckView(form_.check(c)));
             fieldCell = cell;
         }
         if (isShortKind(entry.kind)) {
@@ -190,8 +191,8 @@ private:
 } // namespace
 
 bool isShortKind(ValueKind kind) {
-    return kind == ValueKind::Switch || kind == ValueKind::Number || kind == ValueKind::Number0to8 ||
-           kind == ValueKind::Number0to9;
+    return kind == ValueKind::Switch || kind == ValueKind::Number || kind == ValueKind::HookColour ||
+           kind == ValueKind::VooshMode;
 }
 
 std::vector<QVBoxLayout*> layOutFields(QWidget* page, Form& form, std::span<const FieldRow> rows, int tab,

@@ -35,7 +35,7 @@ QWidget* groupFrame(std::string_view heading) {
 } // namespace
 
 FlagsDialog::FlagsDialog(Program& program, QWidget* parent)
-    : SettingsDialog(program, "Form1", kFlagsCaption, parent), tabs_(new RowTabs(program.Form1.tabs(), 3, this)) {
+    : SettingsDialog(program, "Form1", kFlagsCaption, parent), tabs_(new RowTabs(program.flagTabs(), 3, this)) {
     for (int tab = 0; tab < tabs_->count(); ++tab)
         buildPage(tab);
     setContent(tabs_);
@@ -45,9 +45,9 @@ void FlagsDialog::buildPage(int tab) {
     auto* row = new QHBoxLayout(tabs_->page(tab));
     row->setContentsMargins(4, 4, 4, 4);
     row->setSpacing(8);
-    Form& form = program_.Form1;
     for (const FlagGroup& group : flagGroups()) {
         if (group.tab != tab) continue;
+        const std::size_t g = groupIndex(group);
         QWidget* frame = groupFrame(group.heading);
         auto* grid = new QGridLayout(frame);
         grid->setHorizontalSpacing(6);
@@ -57,16 +57,15 @@ void FlagsDialog::buildPage(int tab) {
         const int columns = (members + kMembersPerColumn - 1) / kMembersPerColumn;
         const int perColumn = (members + columns - 1) / columns;
         for (int i = 0; i < members; ++i) {
-            const FlagMember& member = group.members[std::size_t(i)];
-            auto* check = new CheckView(form.check(member.check));
-            auto* item = new FieldEdit(form.field(member.item));
+            auto* check = new CheckView(program_.check(flagCheckAt(g, std::size_t(i))));
+            auto* item = new FieldEdit(program_.field(flagItemAt(g, std::size_t(i))));
             item->setFixedSize(kItemWidth, kRowHeight);
             const int column = (i / perColumn) * 2;
             grid->addWidget(check, i % perColumn, column);
             grid->addWidget(item, i % perColumn, column + 1);
         }
         auto* totalLabel = new QLabel(qt(group.totalLabel));
-        auto* total = new FieldEdit(form.field(group.total));
+        auto* total = new FieldEdit(program_.field(flagTotalAt(g)));
         total->setFixedSize(kTotalWidth, kRowHeight);
         totalLabel->setBuddy(total);
         totalLabel->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
@@ -82,8 +81,9 @@ void FlagsDialog::buildPage(int tab) {
         auto* grid = new QGridLayout(box);
         grid->setHorizontalSpacing(6);
         grid->setVerticalSpacing(1);
-        for (const AmmoField& ammo : startAmmo()) {
-            auto* edit = new FieldEdit(form.field(ammo.name));
+        for (std::size_t ammoRow = 0; ammoRow < std::size(kStartAmmoRows); ++ammoRow) {
+            const AmmoField& ammo = kStartAmmoRows[ammoRow];
+            auto* edit = new FieldEdit(program_.field(startAmmoAt(ammoRow)));
             edit->setFixedSize(kItemWidth, kRowHeight);
             auto* label = new QLabel(qt(ammo.label));
             label->setBuddy(edit);

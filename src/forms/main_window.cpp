@@ -10,9 +10,8 @@
 #include "forms/weapons_dialog.h"
 #include "forms/wrap_button.h"
 #include "frame/catalogue.h"
-#include "frame/menu.h"
 #include "frame/program.h"
-#include "frame/startup.h"
+#include "session/menu.h"
 
 #include <QCloseEvent>
 #include <QDateTime>
@@ -78,7 +77,7 @@ void MainWindow::buildControls() {
     command1->setObjectName(QStringLiteral("Command1"));
     command1->setGeometry(twipRect(240, 120, 2292, 492));
     command1->setFont(launcherFont(7.5, true));
-    connect(command1, &QPushButton::clicked, this, &MainWindow::Command1_Click);
+    connect(command1, &QPushButton::clicked, this, &MainWindow::openFlagsDialog);
 
     auto* label1 = new QLabel(toQt(std::string(kFileLabel)), canvas);
     label1->setObjectName(QStringLiteral("Label1"));
@@ -88,7 +87,7 @@ void MainWindow::buildControls() {
     white.setColor(QPalette::WindowText, Qt::white);
     label1->setPalette(white);
 
-    auto* file = new FieldEdit(program_.frmMain.field("FFile"), canvas);
+    auto* file = new FieldEdit(program_.field(id::FFile), canvas);
     file->setGeometry(twipRect(2760, 240, 3132, 300));
     label1->setBuddy(file);
 
@@ -96,25 +95,25 @@ void MainWindow::buildControls() {
     command2->setObjectName(QStringLiteral("Command2"));
     command2->setGeometry(twipRect(6120, 120, 2292, 492));
     command2->setFont(launcherFont(7.5, true));
-    connect(command2, &QPushButton::clicked, this, &MainWindow::Command2_Click);
+    connect(command2, &QPushButton::clicked, this, &MainWindow::openWeaponsDialog);
 
-    tabs_ = new RowTabs(program_.frmMain.tabs(), 2, canvas);
+    tabs_ = new RowTabs(program_.mainTabs(), 2, canvas);
     tabs_->setGeometry(twipRect(120, 720, 8412, 4932));
     // The tab control keeps the usual face colour on the black ground.
     tabs_->setPalette(QPalette(QColor(236, 233, 216)));
 }
 
 void MainWindow::buildPages() {
-    const PageExtras extras{mainHints(), mainCheckBoxes()};
+    const PageExtras extras{kHintRows, kMainCheckRows};
     for (int tab = 0; tab < tabs_->count(); ++tab) {
         const auto columns =
-            layOutFields(tabs_->page(tab), program_.frmMain, mainFields(), tab, kMainPlans[tab], extras);
+            layOutFields(tabs_->page(tab), program_.form(FormId::Main), mainFields(), tab, kMainPlans[tab], extras);
         if (tab != kSelectorsTab) continue;
         // The drive list and the directory tree stand in the last column, their hint below them.
         QVBoxLayout* column = columns.back();
         column->insertWidget(0, new DriveView(program_));
         column->insertWidget(1, new DirectoryView(program_), 1);
-        for (const Hint& hint : mainHints()) {
+        for (const Hint& hint : kHintRows) {
             if (hint.tab != tab || !hint.nearField.empty()) continue;
             auto* note = new QLabel(toQt(std::string(hint.text)));
             note->setObjectName(QStringLiteral("hint_selectors"));
@@ -141,8 +140,7 @@ void MainWindow::buildMenus() {
         QAction* action = entry.caption.empty() ? current->addSeparator() : current->addAction(caption);
         action->setObjectName(name);
         if (entry.caption.empty()) continue;
-        const std::string command(entry.name);
-        connect(action, &QAction::triggered, this, [this, command] { RunMenuCommand(program_, command); });
+        connect(action, &QAction::triggered, this, [this, &entry] { runMenuCommand(program_, entry); });
     }
 }
 
@@ -186,13 +184,13 @@ WeaponsDialog* MainWindow::weaponsDialog() {
     return weapons_;
 }
 
-void MainWindow::Command1_Click() {
-    program_.PlayCue("rail.wav");
+void MainWindow::openFlagsDialog() {
+    program_.playCue("rail.wav");
     flagsDialog()->exec();
 }
 
-void MainWindow::Command2_Click() {
-    program_.PlayCue("bfg.wav");
+void MainWindow::openWeaponsDialog() {
+    program_.playCue("bfg.wav");
     weaponsDialog()->exec();
 }
 
@@ -210,7 +208,7 @@ void MainWindow::showEvent(QShowEvent* event) {
 void MainWindow::closeEvent(QCloseEvent* event) {
     // The program ends in one place; nothing is saved on the way.
     event->accept();
-    Exit_Animation(program_);
+    program_.platform().endProgram();
 }
 
 } // namespace ks

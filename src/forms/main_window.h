@@ -25,8 +25,9 @@ public:
     FlagsDialog* flagsDialog();
     WeaponsDialog* weaponsDialog();
 
-    void Command1_Click();
-    void Command2_Click();
+    // The two buttons above the tabs: each plays its cue and opens its dialog modally.
+    void openFlagsDialog();
+    void openWeaponsDialog();
 
 protected:
     void closeEvent(QCloseEvent* event) override;

@@ -221,6 +221,6 @@ std::string QtPlatform::driveCurrentDirectory(const std::string& drive) {
 
 std::string QtPlatform::homeDirectory() { return fromQt(QDir::homePath()); }
 
-void QtPlatform::quit() { std::exit(0); }
+void QtPlatform::endProgram() { std::exit(0); }
 
 } // namespace ks

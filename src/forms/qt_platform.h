@@ -35,7 +35,7 @@ public:
     bool driveReady(const std::string& drive) override;
     std::string driveCurrentDirectory(const std::string& drive) override;
     std::string homeDirectory() override;
-    void quit() override;
+    void endProgram() override;
 
     // "Description (*.EXT)|*.EXT" in Qt's form; on Linux the pattern matches any case.
     static QString qtFilter(const std::string& filter);

@@ -1,6 +1,7 @@
 #include "forms/selector_views.h"
 
 #include "forms/qt_platform.h"
+#include "frame/catalogue.h"
 #include "frame/program.h"
 #include "frame/selectors.h"
 
@@ -14,22 +15,22 @@
 namespace ks {
 
 DriveView::DriveView(Program& program, QWidget* parent) : QComboBox(parent), program_(program) {
-    setObjectName(QStringLiteral("Drive2"));
-    setToolTip(toQt(program.Drive2.toolTip()));
-    for (const std::string& drive : program.platform.drives())
+    setObjectName(toQt(program.driveSelector().name()));
+    setToolTip(toQt(program.driveSelector().toolTip()));
+    for (const std::string& drive : program.platform().drives())
         addItem(toQt(drive));
-    view_ = program_.Drive2.addView([this] { refresh(); });
+    view_ = program_.driveSelector().addView([this] { refresh(); });
     connect(this, &QComboBox::activated, this, [this](int index) {
         // A drive that is not ready leaves the list where it was.
-        if (!SelectDrive(program_, fromQt(itemText(index)))) refresh();
+        if (!selectDrive(program_, fromQt(itemText(index)))) refresh();
     });
     refresh();
 }
 
-DriveView::~DriveView() { program_.Drive2.removeView(view_); }
+DriveView::~DriveView() { program_.driveSelector().removeView(view_); }
 
 void DriveView::refresh() {
-    const QString drive = toQt(program_.Drive2.text());
+    const QString drive = toQt(program_.driveSelector().text());
     int index = drive.isEmpty() ? -1 : findText(drive);
     const QSignalBlocker blocker(this);
     if (index < 0 && !drive.isEmpty()) {
@@ -41,8 +42,8 @@ void DriveView::refresh() {
 
 DirectoryView::DirectoryView(Program& program, QWidget* parent)
     : QTreeView(parent), program_(program), model_(new QFileSystemModel(this)) {
-    setObjectName(QStringLiteral("Dir2"));
-    setToolTip(toQt(program.Dir2.toolTip()));
+    setObjectName(toQt(program.directorySelector().name()));
+    setToolTip(toQt(program.directorySelector().toolTip()));
     model_->setFilter(QDir::AllDirs | QDir::NoDotAndDotDot | QDir::Drives);
     model_->setRootPath(QString());
     setModel(model_);
@@ -51,11 +52,11 @@ DirectoryView::DirectoryView(Program& program, QWidget* parent)
     header()->hide();
     setIndentation(10);
     setUniformRowHeights(true);
-    driveView_ = program_.Drive2.addView([this] { refresh(); });
-    dirView_ = program_.Dir2.addView([this] { refresh(); });
+    driveView_ = program_.driveSelector().addView([this] { refresh(); });
+    dirView_ = program_.directorySelector().addView([this] { refresh(); });
     connect(this, &QTreeView::activated, this, [this](const QModelIndex& index) {
         const std::string path = fromQt(QDir::toNativeSeparators(model_->filePath(index)));
-        if (!SelectDirectory(program_, path)) refresh();
+        if (!selectDirectory(program_, path)) refresh();
     });
     // The model reads directories in the background and sorts them afterwards: once one on the way to the
     // selected directory has been read and sorted, the selection is brought into view.
@@ -73,13 +74,13 @@ DirectoryView::DirectoryView(Program& program, QWidget* parent)
 }
 
 DirectoryView::~DirectoryView() {
-    program_.Drive2.removeView(driveView_);
-    program_.Dir2.removeView(dirView_);
+    program_.driveSelector().removeView(driveView_);
+    program_.directorySelector().removeView(dirView_);
 }
 
 void DirectoryView::refresh() {
-    const QString drive = QDir::fromNativeSeparators(toQt(program_.Drive2.text()));
-    const QString path = QDir::fromNativeSeparators(toQt(program_.Dir2.text()));
+    const QString drive = QDir::fromNativeSeparators(toQt(program_.driveSelector().text()));
+    const QString path = QDir::fromNativeSeparators(toQt(program_.directorySelector().text()));
     const QModelIndex root = drive.isEmpty() ? QModelIndex() : model_->index(drive);
     const QModelIndex current = path.isEmpty() ? QModelIndex() : model_->index(path);
     // The tree starts at the selected drive when the directory lies on it.

@@ -11,7 +11,7 @@ namespace ks {
 
 class Program;
 
-// The drive list: shows the core's selected drive; the operator's choice goes through SelectDrive.
+// The drive list: shows the core's selected drive; the operator's choice goes through selectDrive.
 class DriveView : public QComboBox {
     Q_OBJECT
 public:
@@ -26,7 +26,7 @@ private:
 };
 
 // The directory tree: shows the core's selected directory; a directory the operator opens (double click or
-// Enter) goes through SelectDirectory.
+// Enter) goes through selectDirectory.
 class DirectoryView : public QTreeView {
     Q_OBJECT
 public:

@@ -23,7 +23,7 @@ void SettingsDialog::setContent(QWidget* content) {
     auto* close = new QPushButton(toQt(std::string(kCloseCaption)));
     close->setObjectName(QStringLiteral("Command1"));
     close->setAutoDefault(false);
-    connect(close, &QPushButton::clicked, this, &SettingsDialog::Command1_Click);
+    connect(close, &QPushButton::clicked, this, &SettingsDialog::closeDialog);
 
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(6, 6, 6, 6);
@@ -35,8 +35,8 @@ void SettingsDialog::setContent(QWidget* content) {
     layout->setSizeConstraint(QLayout::SetFixedSize);
 }
 
-void SettingsDialog::Command1_Click() {
-    program_.PlayCue("button.wav");
+void SettingsDialog::closeDialog() {
+    program_.playCue("button.wav");
     hide();
 }
 

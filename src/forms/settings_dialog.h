@@ -22,7 +22,8 @@ protected:
     Program& program_;
 
 private:
-    void Command1_Click();
+    // The Close button: its cue, then the dialog hides.
+    void closeDialog();
 };
 
 } // namespace ks

@@ -15,7 +15,7 @@ constexpr ColumnPlan kWeaponsPlan{{"Weapons Damage", "Weapon Kickback"}, {230, 1
 WeaponsDialog::WeaponsDialog(Program& program, QWidget* parent)
     : SettingsDialog(program, "Form2", kWeaponsCaption, parent) {
     auto* page = new QWidget;
-    layOutFields(page, program.Form2, weaponFields(), kAnyTab, kWeaponsPlan);
+    layOutFields(page, program.form(FormId::Weapons), weaponFields(), kAnyTab, kWeaponsPlan);
     setContent(page);
 }
 

@@ -4,302 +4,22 @@
 #include "frame/field.h"
 
 #include <string>
+#include <vector>
 
 namespace ks {
 
 namespace {
-
-// The tables keep one row a line.
-// clang-format off
-// Generated from the settings catalogue; one row per field of the main window.
-constexpr FieldRow kMainFieldRows[] = {
-    {"FHOSTN", "hostname", "hostname", "Hostname", "This is the name reported to Quake Master Servers used to report your server to the Quake World", 0, ValueKind::QuotedText, ""},
-    {"FDM", "deathmatch", "1", "Deathmatch", "1 - DeathMatch, 0 - Off", 0, ValueKind::Switch, ""},
-    {"FPUBLIC", "public", "1", "Public", "1 - Makes your server availble for the world to see, 0 - Off", 0, ValueKind::Switch, ""},
-    {"FMC", "maxclients", "16", "Max Clients", "Maximum number of Players / Clients to allow", 0, ValueKind::Number, ""},
-    {"FDS", "dedicated", "1", "Dedicated", "1 - Dedicated server, 0 - Listen Server", 0, ValueKind::Switch, ""},
-    {"FFGL1", "fraglimit", "25", "Fraglimit", "Number of Frags a person will have to get to invoke the next level", 0, ValueKind::Number, ""},
-    {"FTT1", "timelimit", "10", "Timelimit", "Number in Minutes for each level to run", 0, ValueKind::Number, ""},
-    {"FPORT", "port", "27910", "Port", "Port for Quake II to start this game on", 0, ValueKind::Number, ""},
-    {"FAD1", "allow_download", "1", "Allow Downloads", "1 - Allow Clients to Download support files like PICs textures etc., 0 - Off ", 0, ValueKind::Switch, "Download Options"},
-    {"FAD2", "allow_download_maps", "1", "Allow Map Downloads", "1 - Allow connecting players to Download maps, 0 - Off", 0, ValueKind::Switch, "Download Options"},
-    {"FAD3", "allow_downloads_models", "1", "Allow Model Downloads", "1 - Allow connecting players to download models, 0 - Off", 0, ValueKind::Switch, "Download Options"},
-    {"FAD4", "allow_downloads_players", "1", "Allow Player Downloads", "1 -Allow connecting Players to download skins, 0 - Off", 0, ValueKind::Switch, "Download Options"},
-    {"FAD5", "allow_download_sounds", "1", "Allow Sound Downloads", "1 - Allow Clients to Download sound files, 0 - Off", 0, ValueKind::Switch, "Download Options"},
-    {"QDIR", "qdir", "NONE", "Quake2 Directory", "This is the Quake2 directory this program will use when trying to start this server, selected by the controls on the right", 0, ValueKind::Path, ""},
-    {"FGD", "game_dir", "NONE", "Game Directory", "The Mod or game Name selected by the controls to the right", 0, ValueKind::Path, ""},
-    {"IP", "IP", "", "Servers IP", "IP address for multiple IP machines", 0, ValueKind::Address, ""},
-    {"FSM", "map", "q2dm1", "Starting Map", "The starting map", 0, ValueKind::FreeText, ""},
-    {"FLOGF", "logfile", "1", "Logfile", "1 - Use standard logging, 0 - No logging", 0, ValueKind::Switch, ""},
-    {"FLOGS", "stdlogfile", "1", "STD LOGFILE", "1 - Use the Standard log format, 0 - Uses Nonstandard", 0, ValueKind::Switch, ""},
-    {"FLOGN", "stdlogname", "\"kestrand/StdLog.log\"", "STD LOGNAME", "File name under Quake2 to write the Logging file", 0, ValueKind::QuotedText, ""},
-    {"FRCON2", "rcon_password", "hushmarker", "RCON Password", "The remote console password you wish to use, blank or \"\" = NONE", 0, ValueKind::QuotedText, ""},
-    {"FMS3", "setmaster", "q2master.example.net 192.0.2.10", "Master Server", "Master servers to report you server to", 0, ValueKind::FreeText, ""},
-    {"FAV", "allow_vote", "1", "Allow Voting", "1 - Allows users to vote on game settings, 0 - Off", 1, ValueKind::Switch, ""},
-    {"FGR", "ogl", "0", "OGL Rules", "1 - OGL Standard rules apply, 0 - Off ", 1, ValueKind::Switch, ""},
-    {"FMT", "matchtime", "20", "Matchtime", "The Length in minutes of a Match", 1, ValueKind::Number, ""},
-    {"FCT", "ltime", "30", "Countdown", "The length in seconds that everyone is in limbo at the start of a new map or match", 1, ValueKind::Number, ""},
-    {"FOE", "allow_earthquakes", "0", "Allow Earthquakes", "1 - Allows random earthquakes, 0 - Off", 1, ValueKind::Switch, ""},
-    {"FAF", "allow_flashlight", "1", "Allow Flashlights", "1 - Allows players to use the flashlight, 0 - Off", 1, ValueKind::Switch, ""},
-    {"FR", "runes", "0", "Runes", "1 - Tech runes on, 0 - Off", 1, ValueKind::Switch, ""},
-    {"FPS", "play_song", "1", "Play Song", "1 Plays the intro song on player connect, 0 - Off", 1, ValueKind::Switch, ""},
-    {"FPIS", "intro_song", "\"misc/ks.wav\"", "Song Name", "The name under the MOD directory of the file name to play", 1, ValueKind::QuotedText, ""},
-    {"FSI", "save_info", "1", "Save Client Info", "1 - Allows disconnected players to reclaim their prior Team and frags on reconnect, 0 = Off", 1, ValueKind::Switch, ""},
-    {"FD1", "day", "0", "Day", "Number in seconds that Day turns to night (Lighting effect) 0 = Off", 1, ValueKind::Number, ""},
-    {"FBP1", "sv_backpack", "1", "Backpacks", "1 - Fragged players leave a BackPack with all their items, 0 - Off", 1, ValueKind::Switch, ""},
-    {"FRP1", "resp_protect", "5", "Respawn Protection", "Number in seconds that a player is protected from damage when spawning", 1, ValueKind::Number, ""},
-    {"FP1", "protect_names", "1", "Clients Protect Names", "1 - Allows users to password protect their playing name, 0 - Off", 1, ValueKind::Switch, ""},
-    {"FHS1", "highscores", "1", "Display Highscores", "1 - Records and displays high scores at the end of each map, 0 - Off", 1, ValueKind::Switch, ""},
-    {"FRATE", "maxrate", "10000", "Max Server Rate", "Max update Rate for the server to use, keeps LPBs from sucking all the band width", 1, ValueKind::Number, ""},
-    {"FS", "shock", "50", "Shock", "Any number, the higher the more items get blown around the map", 1, ValueKind::Number, ""},
-    {"FAM", "admenu", "1", "Admin Menus", "1 - Allows remote Administrators to use Admin Menus, 0 - Off", 1, ValueKind::Switch, ""},
-    {"FLO1", "lights_out", "1", "Lights out!", "1 - Allows Operators to turn lights on or off, 0 = Off", 1, ValueKind::Switch, ""},
-    {"FF1", "flies", "25", "Flies", "When a players health falls below this level he will have flies", 1, ValueKind::Number, ""},
-    {"FCTF", "ctf", "0", "CTF", "1 - CTF mode On, 0 - Off", 1, ValueKind::Switch, "CTF Settings"},
-    {"FCL", "capturelimit", "10", "CTF Capture Limit", "Flag Capture Limit by Team", 1, ValueKind::Number, "CTF Settings"},
-    {"FH1", "hook", "1", "Hook", "1 - Allows the use of Hook, 0 = Off", 1, ValueKind::Switch, "Hook Settings"},
-    {"FHFS1", "hook_forward", "850", "Hook Forward Speed", "How fast the hook shoots forward", 1, ValueKind::Number, "Hook Settings"},
-    {"FHPS2", "hook_pull", "350", "Hook Pull Speed", "How fast the hook pulls a person", 1, ValueKind::Number, "Hook Settings"},
-    {"FHD1", "hook_dmg", "10", "Hook Damage", "Number of Points Damage when HOOK hits a player", 1, ValueKind::Number, "Hook Settings"},
-    {"FHC1", "hook_color", "5", "Hook Color", "Hook Color", 1, ValueKind::Number0to8, "Hook Color"},
-    {"FRH1", "resethook", "1", "Reset Hook", "1 - Reset HOOK on player contact, 0 - Off", 1, ValueKind::Switch, "Hook Settings"},
-    {"FSH", "sky_hook", "1", "Sky Hook", "1 - Allows Clients to Hook the Sky, 0 - Off", 1, ValueKind::Switch, "Hook Settings"},
-    {"FTEAMS", "teams", "1", "Teamplay", "1 - Teamplay on, 0 - FFA", 2, ValueKind::Switch, ""},
-    {"FMM", "match", "0", "Match", "1 - Match Play, 0 - Off", 2, ValueKind::Switch, ""},
-    {"FTN1", "team1name", "\"Rail_Hoes\"", "Team Name", "Team 1 Name - No spaces please", 2, ValueKind::QuotedText, "Team 1"},
-    {"FTM1", "team1model", "\"female/\"", "Team Model", "Team 1 Model, don't forget a trailing Backslash", 2, ValueKind::QuotedText, "Team 1"},
-    {"FTS1", "team1skin", "\"athena\"", "Team Skin", "Team 1 Skin", 2, ValueKind::QuotedText, "Team 1"},
-    {"FTN2", "team2name", "\"Slag_Studs\"", "Team Name", "Team 2 Name", 2, ValueKind::QuotedText, "Team 2"},
-    {"FTM2", "team2model", "\"male/\"", "Team Model", "Team 2 Model, don't foget the trailing Backslash", 2, ValueKind::QuotedText, "Team 2"},
-    {"FTS2", "team2skin", "\"grunt\"", "Team Skin", "Team 2 Skin", 2, ValueKind::QuotedText, "Team 2"},
-    {"FTL", "loser", "\"kicked the living crap out of\"", "Winners Message", "Winner beats  Loser Message at end of map for TeamPlay", 2, ValueKind::QuotedText, ""},
-    {"FCC1", "camper_check", "1", "Camper Checks", "1 - Check for Campers, 0 - Off", 3, ValueKind::Switch, "Camper Detection"},
-    {"FCT1", "camp_time", "120", "Camping Time", "Number is seconds to allow a person to Camp before forced to Observer Mode", 3, ValueKind::Number, "Camper Detection"},
-    {"FCD3", "camp_distance", "128", "Camping Distance", "How far the camper must move in map inches before NO LONGER considered a camper", 3, ValueKind::Number, "Camper Detection"},
-    {"FFM1", "flood_msgs", "4", "Flood Msgs", "How many messages are considered flooding", 3, ValueKind::Number, "Flood Protection"},
-    {"FFPS1", "flood_persecond", "4", "Floods Per Second", "Number of seconds to check for the above CVAR", 3, ValueKind::Number, "Flood Protection"},
-    {"FFWD1", "flood_waitdelay", "10", "Flooding Wait Delay", "If Cleint Floods, shut him up for this long in seconds", 3, ValueKind::Number, "Flood Protection"},
-    {"VM", "voosh", "0", "Voosh Mode", "One Weapon Quake - Value", 3, ValueKind::Number0to9, "Other Settings"},
-    {"FQWS", "quickswitch", "1", "Quick Weapon Switching", "1 - Weapons Qucik Switch, 0 - Off", 3, ValueKind::Switch, "Other Settings"},
-    {"FCC5", "map_cycle_change", "1", "Map Cycling", "1 - Use the Map Cycle File, 0 - Off", 3, ValueKind::Switch, "Other Settings"},
-    {"FPF1", "filter", "1", "Text Filter", "Use the text filter file to filter player messages", 3, ValueKind::Switch, "Other Settings"},
-    {"MOTD_T", "motd_time", "5", "MOTD Time", "How long in secons the MOTD file will stay up", 3, ValueKind::Number, "Other Settings"},
-    {"MH", "max_health", "300", "Max Health", "Reference Vampire Rune, Max Health points attainable", 3, ValueKind::Number, "Other Settings"},
-    {"ABT", "bot_chat", "1", "Anti-Bot Chat", "Anti-Bot Talk, 1 - On, 0 - Off", 3, ValueKind::Switch, "Other Settings"},
-    {"MFPS", "maxfps", "60", "MAX FPS", "Maximum Frames per Second", 3, ValueKind::Number, "Other Settings"},
-    {"FMR", "map_randomize", "0", "Map Randomize", "1 -Rrandomize Maps from Map file, 0 - Off", 3, ValueKind::Switch, "Other Settings"},
-    {"OT", "overtime", "0", "OverTime", "Amount of Time in Minutes for Overtime in the Event of a Tie", 3, ValueKind::Number, "Other Settings"},
-    {"FWRT", "respawn_time", "30", "Weapon Respawn Time", "Number in seconds that Weapons respawn", 3, ValueKind::Number, "Weapon/Item Respawn Times"},
-    {"FART", "ammo_spawn", "20", "Ammo Respawn Time", "Number in seconds that Ammo respawns", 3, ValueKind::Number, "Weapon/Item Respawn Times"},
-    {"FART2", "armor_spawn", "20", "Armor Respawn Time", "Number in seconds that Armour respawns", 3, ValueKind::Number, "Weapon/Item Respawn Times"},
-    {"FMRT", "mega_health_spawn", "30", "Mega Health Respawn Time", "Number in seconds that MegaHealth respawns", 3, ValueKind::Number, "Weapon/Item Respawn Times"},
-    {"FHRT", "health_spawn", "20", "Health Respawn Time", "Number in seconds that Health repawns", 3, ValueKind::Number, "Weapon/Item Respawn Times"},
-    {"FLHB", "laser_hyperblaster", "1", "Laser HyperBlaster", "1 - Use Laser anti lag hyperblaster, 0 - Normal Hyperblaster", 3, ValueKind::Switch, "Weapon/Item Respawn Times"},
-    {"FFile", "", "NONE", "Current CFG File:", "The Current Config file your working on", kAboveTabs, ValueKind::Path, ""},
-};
-
-constexpr FieldRow kWeaponFieldRows[] = {
-    {"DL1", "damage_locate", "0", "Damage Locate", "1 - Head shots do more damage Torso shots Normal Damage, Leg shots less damage, 0 - Off", 0, ValueKind::Switch, "Location Damage"},
-    {"FDD1", "damage_display", "0", "Display Damage", "1 - Display on clients screen where their shots hit opponets, 0 - Off", 0, ValueKind::Switch, "Location Damage"},
-    {"FSWT", "shotgun_wait", "18", "Shotgun", "Wait time, for Shot Gun Reload, 18 is Default", 0, ValueKind::Number, "Weapon Firing Rates"},
-    {"FSSWT", "sshotgun_wait", "17", "Super Shotgun", "Wait time, for SuperShot Gun Reload, 5 is Default", 0, ValueKind::Number, "Weapon Firing Rates"},
-    {"FRLWT", "rocket_wait", "10", "Rocket Launcher", "Wait time, for RocketLauncher Reload, 10 is Default", 0, ValueKind::Number, "Weapon Firing Rates"},
-    {"FRGWT", "railgun_wait", "12", "Rail Gun", "Wait time, for Rail Gun Reload, 12 is Default", 0, ValueKind::Number, "Weapon Firing Rates"},
-    {"FBFGWT", "bfg_wait", "38", "BFG", "Wait time, for BFG Reload, 38 is Default", 0, ValueKind::Number, "Weapon Firing Rates"},
-    {"RLS", "rocket_speed", "650", "Rocket Speed", "How quickly rockets fly throw the air, higher = faster", 0, ValueKind::Number, ""},
-    {"RLDR", "rl_radius", "120", "Rocket Damage Radius", "The radius in map inches that the Rocket Launcher causes Radius Damage", 0, ValueKind::Number, ""},
-    {"RLSP", "rl_radius_damage", "120", "Rocket Radius Damage Points", "How many points damage the Rocket Launcher causes in Raduis damage", 0, ValueKind::Number, ""},
-    {"FPEX", "particle_explosions", "1", "Particle Explosions", "1 - Scrapnel from explosions, 0 - Off", 0, ValueKind::Switch, ""},
-    {"FWD1", "b_damage", "15", "Blaster", "Blaster Damage, Default 15", 0, ValueKind::Number, "Weapons Damage"},
-    {"FWD2", "sg_damage", "4", "Shotgun", "Shotgun Damage, Dafault 4 per shot", 0, ValueKind::Number, "Weapons Damage"},
-    {"FWD3", "ssg_damage", "6", "Super Shotgun", "Super Shot Gun Damage, Default  6 per shot", 0, ValueKind::Number, "Weapons Damage"},
-    {"FWD4", "mg_damage", "8", "Machinegun", "Machine Gun Damage, Default 8 per Bullet", 0, ValueKind::Number, "Weapons Damage"},
-    {"FWD5", "cg_damage", "6", "Chaingun", "Chain Gun Damage, Default 6 per bullet", 0, ValueKind::Number, "Weapons Damage"},
-    {"FGD", "g_damage", "150", "Grenade", "Grenade Damage, Default 150", 0, ValueKind::Number, "Weapons Damage"},
-    {"FWD6", "gl_damage", "80", "Grenade Launcher", "Grenade Launcher Damage, Deafault 80", 0, ValueKind::Number, "Weapons Damage"},
-    {"FWD7", "rl_damage", "75", "Rocket Launcher", "Rocket Launcher Damage, Default 75", 0, ValueKind::Number, "Weapons Damage"},
-    {"FWD8", "hb_damage", "15", "Hyperblaster", "HyperBlaster Damage, Default 15 per bolt", 0, ValueKind::Number, "Weapons Damage"},
-    {"FWD9", "rg_damage", "75", "Railgun", "Rail Gun Damage, Default 75", 0, ValueKind::Number, "Weapons Damage"},
-    {"FWD0", "bfg_damage", "200", "BFG", "BFG Damage, Default 200", 0, ValueKind::Number, "Weapons Damage"},
-    {"FWK2", "sg_kick", "8", "Shotgun", "Shotgun Kickback, Default 8", 0, ValueKind::Number, "Weapon Kickback"},
-    {"FWK3", "ssg_kick", "12", "Super Shotgun", "Super Shot Gun Kickback, Default 12", 0, ValueKind::Number, "Weapon Kickback"},
-    {"FWK4", "mg_kick", "2", "Machinegun", "Machine Gun KickBack, Default 2", 0, ValueKind::Number, "Weapon Kickback"},
-    {"FWK5", "cg_kick", "2", "Chaingun", "Chain Gun Kickback, Default 2", 0, ValueKind::Number, "Weapon Kickback"},
-    {"FWK9", "rg_kick", "100", "Railgun", "Rail Gun KickBack, Default 100", 0, ValueKind::Number, "Weapon Kickback"},
-};
-
-constexpr FlagMember kWBTMembers[] = {
-    {1, "Check6", "Shotgun", "WB6", "weapon_shotgun", false},
-    {2, "Check3", "Super Shotgun", "WB3", "weapon_supershotgun", false},
-    {4, "Check5", "Machinegun", "WB5", "weapon_machinegun", false},
-    {8, "Check4", "Chaingun", "WB4", "weapon_chaingun", false},
-    {16, "Check1", "Grenade Launcher", "WB1", "weapon_grenadelauncher", false},
-    {32, "Check2", "Rocket Launcher", "WB2", "weapon_rocketlauncher", false},
-    {64, "Check8", "Hyperblaster", "WB8", "weapon_hyperblaster", false},
-    {128, "Check9", "Railgun", "WB9", "weapon_railgun", false},
-    {256, "Check7", "BFG", "WB7", "weapon_bfg", false},
-};
-
-constexpr FlagMember kABTMembers[] = {
-    {1, "Check79", "Grenades", "AB1", "ab_grenades", false},
-    {2, "Check80", "Shells", "AB2", "ab_shells", false},
-    {4, "Check81", "Bullets", "AB3", "ab_bullets", false},
-    {8, "Check82", "Cells", "AB4", "ab_cells", false},
-    {16, "Check83", "Rockets", "AB5", "ab_rockets", false},
-    {32, "Check84", "Slugs", "AB6", "ab_slugs", false},
-};
-
-constexpr FlagMember kWIBTMembers[] = {
-    {1, "Check10", "Body Armor", "WIB1", "item_armor_body", false},
-    {2, "Check11", "Combat Armor", "WIB2", "item_armor_combat", false},
-    {4, "Check12", "Jacket Armor", "WIB3", "item_armor_jacket", false},
-    {8, "Check13", "Armor Shard", "WIB4", "item_armor_shard", false},
-    {16, "Check14", "Power Screen", "WIB5", "item_power_screen", false},
-    {32, "Check15", "Power Shield", "WIB6", "item_power_shield", false},
-    {64, "Check16", "Quad", "WIB8", "item_quad", false},
-    {128, "Check17", "Invulnerability", "WIB9", "item_invulnerability", false},
-    {256, "Check18", "Silencer", "WIB10", "item_silencer", false},
-    {512, "Check19", "Breather", "WIB11", "item_breather", false},
-    {1024, "Check20", "Enviro", "WIB12", "item_enviro", false},
-    {2048, "Check21", "Adrealine", "WIB13", "item_adrenaline", false},
-    {4096, "Check22", "Bandolier", "WIB14", "item_bandolier", false},
-    {8192, "Check23", "Pack", "WIB15", "item_pack", false},
-};
-
-constexpr FlagMember kWSWTMembers[] = {
-    {1, "Check24", "Shotgun", "WSW1", "s_weapon_shotgun", false},
-    {2, "Check29", "Super Shotgun", "WSW2", "s_weapon_supershotgun", false},
-    {4, "Check28", "Machinegun", "WSW3", "s_weapon_machinegun", false},
-    {8, "Check27", "Chaingun", "WSW4", "s_weapon_chaingun", false},
-    {16, "Check26", "Grenade Launcher", "WSW5", "s_weapon_grenadelauncher", false},
-    {32, "Check25", "Rocket Launcher", "WSW6", "s_weapon_rocketlauncher", false},
-    {64, "Check31", "Hyperblaster", "WSW7", "s_weapon_hyperblaster", false},
-    {128, "Check30", "Railgun", "WSW8", "s_weapon_railgun", false},
-    {256, "Check32", "BFG", "WSW9", "s_weapon_bfg", false},
-};
-
-constexpr FlagMember kWSITMembers[] = {
-    {1, "Check33", "Body Armor", "WSI1", "s_item_armor_body", false},
-    {2, "Check34", "Combat Armor", "WSI2", "s_item_armor_combat", false},
-    {4, "Check45", "Jacket Armor", "WSI13", "s_item_armor_jacket", false},
-    {8, "Check35", "Armor Shard", "WSI3", "s_item_armor_shard", false},
-    {16, "Check36", "Power Screen", "WSI4", "s_item_power_screen", false},
-    {32, "Check37", "Power Shield", "WSI5", "s_item_power_shield", false},
-    {64, "Check38", "Quad", "WSI6", "s_item_quad", false},
-    {128, "Check39", "Invulnerability", "WSI7", "s_item_invulnerability", false},
-    {256, "Check40", "Silencer", "WSI8", "s_item_silencer", false},
-    {512, "Check41", "Breather", "WSI9", "s_item_breather", false},
-    {1024, "Check42", "Enviro", "WSI10", "s_item_enviro", false},
-    {2048, "Check43", "Adrenaline", "WSI11", "s_item_adrenaline", false},
-    {4096, "Check44", "Bandolier", "WSI12", "s_item_bandolier", false},
-    {8192, "Check46", "Pack", "WSI14", "s_item_pack", false},
-};
-
-constexpr FlagMember kDMFLAGTMembers[] = {
-    {1, "Check47", "No Health", "DMFLAG1", "df_no_health", false},
-    {2, "Check48", "No Items", "DMFLAG2", "df_no_items", false},
-    {4, "Check49", "Weapons Stay", "DMFLAG3", "df_weapons_stay", false},
-    {8, "Check50", "No Falling Dmg", "DMFLAG4", "df_no_falling", false},
-    {16, "Check51", "Instant Items", "DMFLAG5", "df_instant_items", true},
-    {32, "Check52", "Same Level", "DMFLAG6", "df_same_level", false},
-    {64, "Check53", "Teams by Skin", "DMFLAG7", "df_skinteams", true},
-    {128, "Check54", "Teams by Model", "DMFLAG8", "df_modelteams", false},
-    {256, "Check55", "No Friendly Fire", "DMFLAG9", "df_no_friendly_fire", false},
-    {512, "Check56", "Spawn Farthest", "DMFLAG10", "df_spawn_farthest", false},
-    {1024, "Check57", "Force Respawn", "DMFLAG11", "df_force_respawn", false},
-    {2048, "Check58", "No Armor", "DMFLAG12", "df_no_armor", false},
-    {4096, "Check59", "Allow Exit", "DMFLAG13", "df_allow_exit", false},
-    {8192, "Check60", "Infinite Ammo", "DMFLAG14", "df_infinite_ammo", false},
-    {16384, "Check61", "Quad Drop", "DMFLAG15", "df_quad_drop", false},
-    {32768, "Check62", "Fixed Fov", "DMFLAG16", "df_fixed_fov", false},
-    {131072, "Check63", "CTF Force Join", "DMFLAG17", "df_ctf_forcejoin", false},
-    {262144, "Check64", "Armor Protect", "DMFLAG18", "df_armor_protect", false},
-    {524288, "Check70", "CTF No Techs", "DMFLAG19", "df_ctf_no_tech", false},
-};
-
-constexpr FlagMember kBOTTMembers[] = {
-    {1, "Check65", "Log Bot", "BOT1", "b_log", true},
-    {2, "Check66", "Kick Bot", "BOT2", "b_kick", true},
-    {4, "Check67", "Notify Other Players", "BOT3", "b_notify", true},
-    {8, "Check68", "Include Impulses", "BOT4", "b_use_impulses", true},
-    {16, "Check69", "Ban", "BOT5", "b_ban", true},
-};
-
-constexpr FlagMember kTRBMembers[] = {
-    {1, "Check71", "Strength", "RNS", "br_strength", false},
-    {2, "Check72", "Resist", "RNR", "br_resist", false},
-    {4, "Check73", "Haste", "RNH", "br_haste", false},
-    {8, "Check74", "Regeneration", "RNG", "br_regen", false},
-    {16, "Check75", "Super Jump", "RNJ", "br_jump", false},
-    {32, "Check76", "Liquid", "RNL", "br_liquid", false},
-    {64, "Check77", "Invisibility", "RNI", "br_invis", false},
-    {128, "Check78", "Vampire", "RNV", "br_vampire", false},
-    {256, "Check85", "Speed", "RND", "br_speed", false},
-};
-
-constexpr FlagGroup kFlagGroupRows[] = {
-    {"Weapon bans", 0, "Weapons Bans", "WBT", "wbanflags", "Total", "0", false, false, kWBTMembers},
-    {"Ammo bans", 0, "Ammo Bans", "ABT", "ban_ammo", "Total", "0", true, true, kABTMembers},
-    {"Item bans", 1, "", "WIBT", "banned_items", "Total", "0", false, false, kWIBTMembers},
-    {"Start weapons", 2, "Starting Weapons", "WSWT", "startweapons", "Total", "0", false, false, kWSWTMembers},
-    {"Start items", 3, "", "WSIT", "start_items", "Total", "0", false, false, kWSITMembers},
-    {"DM flags", 4, "", "DMFLAGT", "dmflags", "Total DM Flags", "80", false, false, kDMFLAGTMembers},
-    {"Bot detection", 5, "Bot Detection", "BOTT", "sv_botdetection", "Total", "31", false, false, kBOTTMembers},
-    {"Rune bans", 5, "Rune Bans", "TRB", "ban_rune", "Total", "0", true, false, kTRBMembers},
-};
-
-constexpr AmmoField kStartAmmoRows[] = {
-    {"SAS", "Shells", "sa_shells"},
-    {"SAB", "Bullets", "sa_bullets"},
-    {"SAG", "Grenades", "sa_grenades"},
-    {"SAR", "Rockets", "sa_rockets"},
-    {"SASL", "Slugs", "sa_slugs"},
-    {"SAC", "Cells", "sa_cells"},
-};
-
-constexpr std::string_view kMainTabRows[] = {"Quake II Settings", "Kestrand Settings", "Team Play", "Other Settings"};
-constexpr std::string_view kFlagTabRows[] = {"Weapon / Ammo Bans", "Item Bans",  "Start Weapons/Ammo",
-                                             "Start Items",        "Dm Flags", "Bot / Rune Bans"};
-
-constexpr GroupCaption kGroupCaptionRows[] = {
-    {0, "Download Options"}, {1, "Hook Settings"},    {1, "Hook Color"},       {1, "CTF Settings"},
-    {2, "Team 1"},           {2, "Team 2"},           {3, "Other Settings"},   {3, "Camper Detection"},
-    {3, "Flood Protection"}, {3, "Weapon/Item Respawn Times"},
-};
-
-constexpr std::string_view kWeaponHeadingRows[] = {"Location Damage", "Weapon Firing Rates", "Weapons Damage",
-                                                   "Weapon Kickback"};
-
-constexpr Hint kHintRows[] = {
-    {0, "", "Use the Drive and Directory selectors to pick the directory where the MOD is Located and I will do the "
-            "hard work."},
-    {1, "FHC1", "1=Red 2=Blue 3=Green 4=Yellow 5=Yellow/Strobe 7=Lt Blue 8=Orange"},
-    {3, "VM", "1 - Blaster, 2 - Shotgun, 3 - Super Shotgun, 4 - Machine Gun, 5 - Chain Gun, 6 - Grenade, 7 - Rocket, "
-              "8 - HyperBlaster, 9 Rail Gun"},
-};
-
-constexpr CheckRow kMainCheckRows[] = {
-    {"ipCheck", "Use Default", "Checked uses Default IP address", 0, "IP"},
-};
-// clang-format on
 
 Field& addRow(Form& form, const FieldRow& row) {
     return form.addField(std::string(row.name), std::string(row.key), std::string(row.defaultText),
                          std::string(row.label), std::string(row.toolTip));
 }
 
-} // namespace
+template <std::size_t N> std::vector<std::string> captions(const std::string_view (&rows)[N]) {
+    return std::vector<std::string>(std::begin(rows), std::end(rows));
+}
 
-std::span<const std::string_view> mainTabs() { return kMainTabRows; }
-std::span<const std::string_view> flagTabs() { return kFlagTabRows; }
-std::span<const FieldRow> mainFields() { return kMainFieldRows; }
-std::span<const FieldRow> weaponFields() { return kWeaponFieldRows; }
-std::span<const FlagGroup> flagGroups() { return kFlagGroupRows; }
-std::span<const AmmoField> startAmmo() { return kStartAmmoRows; }
-std::span<const GroupCaption> mainGroupCaptions() { return kGroupCaptionRows; }
-std::span<const std::string_view> weaponHeadings() { return kWeaponHeadingRows; }
-std::span<const Hint> mainHints() { return kHintRows; }
-std::span<const CheckRow> mainCheckBoxes() { return kMainCheckRows; }
+} // namespace
 
 void buildMainForm(Form& form) {
     for (const FieldRow& row : kMainFieldRows) {
@@ -312,8 +32,7 @@ void buildMainForm(Form& form) {
     }
     for (const CheckRow& row : kMainCheckRows)
         form.addCheckBox(std::string(row.name), std::string(row.caption), std::string(row.toolTip));
-    std::vector<std::string> captions(std::begin(kMainTabRows), std::end(kMainTabRows));
-    form.addTabs("SSTab1", captions, kMainFirstTab);
+    form.addTabs("SSTab1", captions(kMainTabRows), kMainFirstTab);
 }
 
 void buildFlagsForm(Form& form) {
@@ -331,8 +50,7 @@ void buildFlagsForm(Form& form) {
     }
     for (const AmmoField& ammo : kStartAmmoRows)
         form.addField(std::string(ammo.name), std::string(ammo.key), "0", std::string(ammo.label), "");
-    std::vector<std::string> captions(std::begin(kFlagTabRows), std::end(kFlagTabRows));
-    form.addTabs("SSTab1", captions, kFlagsFirstTab);
+    form.addTabs("SSTab1", captions(kFlagTabRows), kFlagsFirstTab);
 }
 
 void buildWeaponsForm(Form& form) {

@@ -1,7 +1,6 @@
 #include "frame/field.h"
 
 #include <algorithm>
-#include <stdexcept>
 
 namespace ks {
 
@@ -30,10 +29,9 @@ void runAll(const std::vector<std::function<void()>>& handlers) {
 }
 } // namespace
 
-Field::Field(std::string form, std::string name, std::string tag, std::string defaultText, std::string label,
-             std::string toolTip)
-    : form_(std::move(form)), name_(std::move(name)), tag_(std::move(tag)), default_(std::move(defaultText)),
-      label_(std::move(label)), toolTip_(std::move(toolTip)), text_(default_) {}
+Field::Field(std::string name, std::string key, std::string defaultText, std::string label, std::string toolTip)
+    : name_(std::move(name)), key_(std::move(key)), default_(std::move(defaultText)), label_(std::move(label)),
+      toolTip_(std::move(toolTip)), text_(default_) {}
 
 void Field::setText(std::string text) {
     if (text == text_) return;
@@ -56,9 +54,8 @@ void Field::setBackColour(Colour colour) {
 
 void Field::validate() { runAll(validate_); }
 
-CheckBox::CheckBox(std::string form, std::string name, std::string caption, std::string toolTip, int state)
-    : form_(std::move(form)), name_(std::move(name)), caption_(std::move(caption)), toolTip_(std::move(toolTip)),
-      state_(state) {}
+CheckBox::CheckBox(std::string name, std::string caption, std::string toolTip, int state)
+    : name_(std::move(name)), caption_(std::move(caption)), toolTip_(std::move(toolTip)), state_(state) {}
 
 void CheckBox::setState(int state) {
     if (state == state_) return;
@@ -67,8 +64,8 @@ void CheckBox::setState(int state) {
     runAll(click_);
 }
 
-TabControl::TabControl(std::string form, std::string name, std::vector<std::string> captions, int current)
-    : form_(std::move(form)), name_(std::move(name)), captions_(std::move(captions)), current_(current) {}
+TabControl::TabControl(std::string name, std::vector<std::string> captions, int current)
+    : name_(std::move(name)), captions_(std::move(captions)), current_(current) {}
 
 void TabControl::setCurrent(int index) {
     if (index == current_ || index < 0 || index >= static_cast<int>(captions_.size())) return;
@@ -77,25 +74,37 @@ void TabControl::setCurrent(int index) {
     runAll(change_);
 }
 
-Field& Form::addField(std::string name, std::string tag, std::string defaultText, std::string label,
+bool Selector::show(std::string text) {
+    if (text == text_) return false;
+    text_ = std::move(text);
+    views_.notify();
+    return true;
+}
+
+bool Selector::choose(std::string text) {
+    if (!show(std::move(text))) return false;
+    runAll(choice_);
+    return true;
+}
+
+Field& Form::addField(std::string name, std::string key, std::string defaultText, std::string label,
                       std::string toolTip) {
-    fields_.push_back(std::make_unique<Field>(name_, std::move(name), std::move(tag), std::move(defaultText),
-                                              std::move(label), std::move(toolTip)));
+    fields_.push_back(std::make_unique<Field>(std::move(name), std::move(key), std::move(defaultText), std::move(label),
+                                              std::move(toolTip)));
     Field& field = *fields_.back();
     fieldIndex_.emplace(field.name(), &field);
     return field;
 }
 
 CheckBox& Form::addCheckBox(std::string name, std::string caption, std::string toolTip, int state) {
-    checks_.push_back(
-        std::make_unique<CheckBox>(name_, std::move(name), std::move(caption), std::move(toolTip), state));
+    checks_.push_back(std::make_unique<CheckBox>(std::move(name), std::move(caption), std::move(toolTip), state));
     CheckBox& box = *checks_.back();
     checkIndex_.emplace(box.name(), &box);
     return box;
 }
 
 TabControl& Form::addTabs(std::string name, std::vector<std::string> captions, int current) {
-    tabs_ = std::make_unique<TabControl>(name_, std::move(name), std::move(captions), current);
+    tabs_ = std::make_unique<TabControl>(std::move(name), std::move(captions), current);
     return *tabs_;
 }
 
@@ -107,21 +116,6 @@ Field* Form::findField(std::string_view name) const {
 CheckBox* Form::findCheck(std::string_view name) const {
     const auto it = checkIndex_.find(name);
     return it == checkIndex_.end() ? nullptr : it->second;
-}
-
-Field& Form::field(std::string_view name) const {
-    if (Field* found = findField(name)) return *found;
-    throw std::out_of_range(name_ + " has no field " + std::string(name));
-}
-
-CheckBox& Form::check(std::string_view name) const {
-    if (CheckBox* found = findCheck(name)) return *found;
-    throw std::out_of_range(name_ + " has no check box " + std::string(name));
-}
-
-TabControl& Form::tabs() const {
-    if (!tabs_) throw std::out_of_range(name_ + " has no tab control");
-    return *tabs_;
 }
 
 } // namespace ks

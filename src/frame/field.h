@@ -27,16 +27,14 @@ private:
     Id next_ = 1;
 };
 
-// A setting on a form: a text with a key (its Tag), a default, a label and a tool tip.
-// Setting a different text notifies the views and then runs the Change handlers; the same text runs nothing.
+// A setting on a form: a text with a key (its name in the file), a default, a label and a tool tip.
+// Setting a different text notifies the views and then runs the change handlers; the same text runs nothing.
 class Field {
 public:
-    Field(std::string form, std::string name, std::string tag, std::string defaultText, std::string label,
-          std::string toolTip);
+    Field(std::string name, std::string key, std::string defaultText, std::string label, std::string toolTip);
 
-    const std::string& form() const { return form_; }
     const std::string& name() const { return name_; }
-    const std::string& tag() const { return tag_; }
+    const std::string& key() const { return key_; }
     const std::string& defaultText() const { return default_; }
     const std::string& label() const { return label_; }
     const std::string& toolTip() const { return toolTip_; }
@@ -58,19 +56,18 @@ public:
     void onValidate(std::function<void()> handler) { validate_.push_back(std::move(handler)); }
 
 private:
-    std::string form_, name_, tag_, default_, label_, toolTip_, text_;
+    std::string name_, key_, default_, label_, toolTip_, text_;
     bool enabled_ = true;
     Colour back_ = kWhite;
     Observers views_;
     std::vector<std::function<void()>> change_, validate_;
 };
 
-// A check box with state 0 or 1. A real change of state notifies the views and then runs the Click handlers.
+// A check box with state 0 or 1. A real change of state notifies the views and then runs the click handlers.
 class CheckBox {
 public:
-    CheckBox(std::string form, std::string name, std::string caption, std::string toolTip, int state = 0);
+    CheckBox(std::string name, std::string caption, std::string toolTip, int state = 0);
 
-    const std::string& form() const { return form_; }
     const std::string& name() const { return name_; }
     const std::string& caption() const { return caption_; }
     const std::string& toolTip() const { return toolTip_; }
@@ -83,7 +80,7 @@ public:
     void onClick(std::function<void()> handler) { click_.push_back(std::move(handler)); }
 
 private:
-    std::string form_, name_, caption_, toolTip_;
+    std::string name_, caption_, toolTip_;
     int state_ = 0;
     Observers views_;
     std::vector<std::function<void()>> click_;
@@ -92,7 +89,7 @@ private:
 // A tab control: the index of the tab that is up. A real change notifies views, then runs the handlers.
 class TabControl {
 public:
-    TabControl(std::string form, std::string name, std::vector<std::string> captions, int current);
+    TabControl(std::string name, std::vector<std::string> captions, int current);
 
     const std::string& name() const { return name_; }
     const std::vector<std::string>& captions() const { return captions_; }
@@ -104,14 +101,40 @@ public:
     void onChange(std::function<void()> handler) { change_.push_back(std::move(handler)); }
 
 private:
-    std::string form_, name_;
+    std::string name_;
     std::vector<std::string> captions_;
     int current_ = 0;
     Observers views_;
     std::vector<std::function<void()>> change_;
 };
 
-// One form: its fields, check boxes and tab control, reached by name. Names are unique per form only.
+// One of the two selectors of the main window, the drive list and the directory tree: the text it shows.
+// Showing a text tells the views; choosing one also runs the choice handlers. The selection routines decide
+// which of the two a move is.
+class Selector {
+public:
+    Selector(std::string name, std::string toolTip) : name_(std::move(name)), toolTip_(std::move(toolTip)) {}
+
+    const std::string& name() const { return name_; }
+    const std::string& toolTip() const { return toolTip_; }
+    const std::string& text() const { return text_; }
+
+    // Both give whether the text changed; the same text runs nothing.
+    bool show(std::string text);
+    bool choose(std::string text);
+
+    Observers::Id addView(Observers::Callback view) { return views_.add(std::move(view)); }
+    void removeView(Observers::Id id) { views_.remove(id); }
+    void onChoice(std::function<void()> handler) { choice_.push_back(std::move(handler)); }
+
+private:
+    std::string name_, toolTip_, text_;
+    Observers views_;
+    std::vector<std::function<void()>> choice_;
+};
+
+// One form: its fields and check boxes in the order of the catalogue, and its tab control. Code reaches them
+// by their index; a name that comes from outside (a window's control, a test) is looked up by name.
 class Form {
 public:
     explicit Form(std::string name) : name_(std::move(name)) {}
@@ -120,15 +143,15 @@ public:
 
     const std::string& name() const { return name_; }
 
-    Field& addField(std::string name, std::string tag, std::string defaultText, std::string label, std::string toolTip);
+    Field& addField(std::string name, std::string key, std::string defaultText, std::string label, std::string toolTip);
     CheckBox& addCheckBox(std::string name, std::string caption, std::string toolTip, int state = 0);
     TabControl& addTabs(std::string name, std::vector<std::string> captions, int current);
 
-    // Throws std::out_of_range naming form and control when there is no such control.
-    Field& field(std::string_view name) const;
-    CheckBox& check(std::string_view name) const;
-    TabControl& tabs() const;
+    Field& field(std::size_t index) const { return *fields_[index]; }
+    CheckBox& check(std::size_t index) const { return *checks_[index]; }
+    TabControl& tabs() const { return *tabs_; }
 
+    // Null when the form has no control of that name. Names are unique per form only.
     Field* findField(std::string_view name) const;
     CheckBox* findCheck(std::string_view name) const;
 

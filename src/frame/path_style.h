@@ -1,5 +1,6 @@
 #pragma once
 
+#include <string>
 #include <string_view>
 
 namespace ks {
@@ -22,6 +23,16 @@ constexpr std::size_t lastSeparator(std::string_view text, char sep, std::size_t
     for (std::size_t i = limit < text.size() ? limit : text.size(); i >= 1; --i)
         if (text[i - 1] == sep) return i;
     return 0;
+}
+
+// The path up to and including its last separator; empty when it has none.
+inline std::string directoryPart(PathStyle style, std::string_view path) {
+    return std::string(path.substr(0, lastSeparator(path, separator(style), path.size())));
+}
+
+// The path behind its last separator; the whole path when it has none.
+inline std::string fileNamePart(PathStyle style, std::string_view path) {
+    return std::string(path.substr(lastSeparator(path, separator(style), path.size())));
 }
 
 } // namespace ks

@@ -75,8 +75,8 @@ public:
     // Home directory of the user; empty when unknown.
     virtual std::string homeDirectory() = 0;
 
-    // Ends the whole program at once.
-    virtual void quit() = 0;
+    // Ends the program: the launcher's one way out. Nothing is saved on the way.
+    virtual void endProgram() = 0;
 };
 
 } // namespace ks

@@ -1,46 +1,27 @@
 #include "frame/program.h"
 
-#include "frame/catalogue.h"
-
 namespace ks {
 
 namespace {
-// The program path buffer holds this many characters.
-constexpr std::size_t kProgramPathBuffer = 206;
+// The platform's answer for the program's path is read into this many characters.
+constexpr std::size_t kProgramPathLimit = 206;
 } // namespace
 
-Program::Program(Platform& platformRef, PathStyle style) : platform(platformRef), pathStyle(style) {
-    buildMainForm(frmMain);
-    buildFlagsForm(Form1);
-    buildWeaponsForm(Form2);
+Program::Program(Platform& platform, PathStyle style) : platform_(platform), style_(style) {
+    buildMainForm(main_);
+    buildFlagsForm(flags_);
+    buildWeaponsForm(weapons_);
 }
 
-void Program::GetProgramPath() {
-    std::string path = platform.programPath();
-    if (path.size() > kProgramPathBuffer) path.resize(kProgramPathBuffer);
-    state.SplitPath = std::move(path);
-    SplitDirectory();
+std::string Program::programDirectory() const {
+    std::string path = platform_.programPath();
+    if (path.size() > kProgramPathLimit) path.resize(kProgramPathLimit);
+    return directoryPart(style_, path);
 }
 
-void Program::CountSoundDevices() { state.SoundDevices = platform.soundDeviceCount(); }
-
-void Program::SplitDirectory() {
-    const std::string& path = state.SplitPath;
-    state.SplitResult = path.substr(0, lastSeparator(path, sep(), path.size()));
-}
-
-void Program::SplitFileName() {
-    const std::string& path = state.SplitPath;
-    state.SplitResult = path.substr(lastSeparator(path, sep(), path.size()));
-}
-
-void Program::PlayCue(std::string_view fileName) {
-    GetProgramPath();
-    CountSoundDevices();
-    if (state.SoundDevices > 0) {
-        state.ProgramFile = state.SplitResult + std::string(fileName);
-        platform.playSoundAsync(state.ProgramFile);
-    }
+void Program::playCue(std::string_view fileName) const {
+    const std::string directory = programDirectory();
+    if (platform_.soundDeviceCount() > 0) platform_.playSoundAsync(directory + std::string(fileName));
 }
 
 } // namespace ks

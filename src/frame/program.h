@@ -1,49 +1,65 @@
 #pragma once
 
+#include "frame/catalogue.h"
 #include "frame/field.h"
 #include "frame/path_style.h"
 #include "frame/platform.h"
-#include "frame/shared_state.h"
 
+#include <string>
 #include <string_view>
 
 namespace ks {
 
-// The three forms that hold settings.
-enum class FormId { Main, Flags, Weapons };
+// The version the launcher shows on its splash screen and `--version` prints.
+inline constexpr double kProgramVersion = 3.11;
+inline constexpr std::string_view kProgramVersionText = "3.11";
 
-// One run of the launcher: the platform, the shared state and the three forms with every setting.
-// The dialog forms exist with their defaults from the start, shown or not.
+// One run of the launcher: the platform it runs on, the three forms with every setting at its default from
+// the start (shown or not), the two directory selectors and the little that the run remembers besides.
 class Program {
 public:
     explicit Program(Platform& platform, PathStyle style = nativePathStyle());
     Program(const Program&) = delete;
     Program& operator=(const Program&) = delete;
 
-    Platform& platform;
-    PathStyle pathStyle;
-    SharedState state;
-    Form frmMain{"frmMain"};
-    Form Form1{"Form1"};
-    Form Form2{"Form2"};
-    // The drive and directory selectors of the main window: the selected drive, and the selected path.
-    Field Drive2{"frmMain", "Drive2", "", "", "", "The drive where Quake2 is to run this config"};
-    Field Dir2{"frmMain", "Dir2", "", "", "", "The MOD or game directory to run"};
+    Platform& platform() const { return platform_; }
+    PathStyle pathStyle() const { return style_; }
+    char separator() const { return ks::separator(style_); }
 
-    // SplitResult becomes the program directory with its trailing separator.
-    void GetProgramPath();
-    void CountSoundDevices();
-    // SplitResult becomes SplitPath up to and including its last separator.
-    void SplitDirectory();
-    // SplitResult becomes SplitPath behind its last separator.
-    void SplitFileName();
-    // Plays a sound file that lies beside the program, when there is a sound device.
-    void PlayCue(std::string_view fileName);
+    Form& form(FormId id) { return id == FormId::Flags ? flags_ : id == FormId::Weapons ? weapons_ : main_; }
+    const Form& form(FormId id) const {
+        return id == FormId::Flags ? flags_ : id == FormId::Weapons ? weapons_ : main_;
+    }
+    Field& field(FieldId id) const { return form(id.form).field(id.index); }
+    CheckBox& check(CheckId id) const { return form(id.form).check(id.index); }
+    TabControl& mainTabs() const { return main_.tabs(); }
+    TabControl& flagTabs() const { return flags_.tabs(); }
+    Selector& driveSelector() { return drive_; }
+    Selector& directorySelector() { return directory_; }
 
-    Form& form(FormId id) { return id == FormId::Flags ? Form1 : id == FormId::Weapons ? Form2 : frmMain; }
-    const Form& form(FormId id) const { return id == FormId::Flags ? Form1 : id == FormId::Weapons ? Form2 : frmMain; }
+    // A configuration file has been written in this run.
+    bool configSaved() const { return configSaved_; }
+    void noteConfigSaved() { configSaved_ = true; }
 
-    char sep() const { return separator(pathStyle); }
+    // The address that the IP field held when "Use Default" was turned on; it comes back when it is turned off.
+    const std::string& savedAddress() const { return savedAddress_; }
+    void keepAddress(std::string address) { savedAddress_ = std::move(address); }
+
+    // The directory of the running program, with its trailing separator.
+    std::string programDirectory() const;
+    // Plays a sound file that lies beside the program, when the machine has a sound device.
+    void playCue(std::string_view fileName) const;
+
+private:
+    Platform& platform_;
+    PathStyle style_;
+    Form main_{"frmMain"};
+    Form flags_{"Form1"};
+    Form weapons_{"Form2"};
+    Selector drive_{std::string(kDriveSelectorName), std::string(kDriveSelectorTip)};
+    Selector directory_{std::string(kDirectorySelectorName), std::string(kDirectorySelectorTip)};
+    bool configSaved_ = false;
+    std::string savedAddress_;
 };
 
 } // namespace ks

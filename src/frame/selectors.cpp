@@ -6,20 +6,25 @@
 
 namespace ks {
 
-bool SelectDrive(Program& program, const std::string& drive) {
+bool selectDrive(Program& program, const std::string& drive, Follow follow) {
     std::string name = drive;
     // A drive letter alone names its drive, as "d" does "d:".
-    if (program.pathStyle == PathStyle::Windows && name.size() == 1 &&
+    if (program.pathStyle() == PathStyle::Windows && name.size() == 1 &&
         std::isalpha(static_cast<unsigned char>(name[0])))
         name += ':';
-    if (name.empty() || !program.platform.driveReady(name)) return false;
-    program.Drive2.setText(std::move(name));
+    if (name.empty() || !program.platform().driveReady(name)) return false;
+    if (program.driveSelector().show(name))
+        selectDirectory(program, program.platform().driveCurrentDirectory(name), follow);
     return true;
 }
 
-bool SelectDirectory(Program& program, const std::string& path) {
-    if (path.empty() || !program.platform.isDirectory(path)) return false;
-    program.Dir2.setText(path);
+bool selectDirectory(Program& program, const std::string& path, Follow follow) {
+    if (path.empty() || !program.platform().isDirectory(path)) return false;
+    Selector& directory = program.directorySelector();
+    if (follow == Follow::Directories)
+        directory.choose(path);
+    else
+        directory.show(path);
     return true;
 }
 

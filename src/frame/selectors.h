@@ -6,12 +6,17 @@ namespace ks {
 
 class Program;
 
-// Moves the drive selector. A drive that is missing or not ready leaves it where it was; gives whether
-// the selector now shows that drive. On Windows a drive letter alone ("d") names its drive ("d:").
-bool SelectDrive(Program& program, const std::string& drive);
+// What follows when a selector moves: normally the Quake II and game directories are split anew from the
+// selected directory; while a configuration file names its Quake II directory, the selectors move alone.
+enum class Follow { Directories, SelectorsOnly };
+
+// Moves the drive selector, and the directory selector to that drive's current directory. A drive that is
+// missing or not ready leaves both where they were; gives whether the selector now shows that drive. On
+// Windows a drive letter alone ("d") names its drive ("d:").
+bool selectDrive(Program& program, const std::string& drive, Follow follow = Follow::Directories);
 
 // Moves the directory selector. A path that does not exist leaves it where it was; gives whether the
 // selector now shows that path.
-bool SelectDirectory(Program& program, const std::string& path);
+bool selectDirectory(Program& program, const std::string& path, Follow follow = Follow::Directories);
 
 } // namespace ks

@@ -2,28 +2,20 @@
 
 #include "frame/catalogue.h"
 #include "frame/program.h"
-#include "rules/field_value.h"
+#include "rules/numbers.h"
 
 #include <string>
 
 namespace ks {
 
-void UpdateFlagGroup(Program& program, const FlagGroup& group, const FlagMember& member) {
-    Form& form = program.Form1;
-    const bool on = form.check(member.check).state() == 1;
-    form.field(member.item).setText(on ? std::to_string(member.bit) : "0");
+void updateFlagGroup(Program& program, std::size_t group, std::size_t member) {
+    const FlagGroup& row = flagGroups()[group];
+    const bool on = program.check(flagCheckAt(group, member)).state() == 1;
+    program.field(flagItemAt(group, member)).setText(on ? std::to_string(row.members[member].bit) : "0");
     double sum = 0;
-    for (const FlagMember& each : group.members)
-        sum += FieldValue(form.field(each.item).text());
-    form.field(group.total).setText(PlainDecimal(sum));
-}
-
-void ConnectFlagGroups(Program& program) {
-    for (const FlagGroup& group : flagGroups())
-        for (const FlagMember& member : group.members)
-            program.Form1.check(member.check).onClick([&program, &group, &member] {
-                UpdateFlagGroup(program, group, member);
-            });
+    for (std::size_t each = 0; each < row.members.size(); ++each)
+        sum += fieldValue(program.field(flagItemAt(group, each)).text());
+    program.field(flagTotalAt(group)).setText(plainDecimal(sum));
 }
 
 } // namespace ks

@@ -1,18 +1,15 @@
 #pragma once
 
+#include <cstddef>
+
 namespace ks {
 
 class Program;
-struct FlagGroup;
-struct FlagMember;
 
 // The update after a real change of a member's check box, by click or by code, shown or not: the member's
 // item field gets its bit value (state exactly 1) or "0", then the group's total becomes the sum of
-// FieldValue of all its item fields, in plain decimal. The sum is arithmetic, not a bitwise OR, and does
+// fieldValue of all its item fields, in plain decimal. The sum is arithmetic, not a bitwise OR, and does
 // not start from the old total, so a number typed into an item field enters at the next update of its group.
-void UpdateFlagGroup(Program& program, const FlagGroup& group, const FlagMember& member);
-
-// Gives each of the 85 member check boxes of the flags dialog its Click handler.
-void ConnectFlagGroups(Program& program);
+void updateFlagGroup(Program& program, std::size_t group, std::size_t member);
 
 } // namespace ks

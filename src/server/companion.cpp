@@ -1,53 +1,48 @@
+#include "server/companion.h"
+
 #include "frame/program.h"
 #include "server/paths.h"
-#include "server/server_commands.h"
 
 namespace ks {
 
 namespace {
 void fileError(Program& program, std::string text) {
-    program.platform.messageBox({std::move(text), "File Error", MessageButtons::Ok, MessageIcon::None, 0});
+    program.platform().messageBox({std::move(text), "File Error", MessageButtons::Ok, MessageIcon::None, 0});
 }
 
 void editorProblem(Program& program, std::string text) {
-    program.platform.messageBox({std::move(text), "Text Editor", MessageButtons::Ok, MessageIcon::Exclamation, 0});
+    program.platform().messageBox({std::move(text), "Text Editor", MessageButtons::Ok, MessageIcon::Exclamation, 0});
 }
 } // namespace
 
-std::string TextEditorCommand(PathStyle style, const std::string& target) {
+std::string textEditorCommand(PathStyle style, const std::string& target) {
     return (style == PathStyle::Windows ? "notepad.exe " : "xdg-open ") + target;
 }
 
-void SFiler(Program& program) {
-    const std::string& configFile = program.frmMain.field("FFile").text();
-    if (IsUnset(configFile)) {
-        program.frmMain.tabs().setCurrent(0);
+void openCompanionFile(Program& program, std::string_view fileName) {
+    const std::string& configFile = program.field(id::FFile).text();
+    if (isUnset(configFile)) {
+        program.mainTabs().setCurrent(0);
         fileError(program, "You have not loaded a Configuration file");
         return;
     }
-    const std::string target = CompanionTarget(program.pathStyle, configFile, program.state.CompanionFile);
-    program.state.FileExists = program.platform.isVisiblePlainFile(target) ? -1 : 0;
-    if (program.state.FileExists != -1) {
+    const std::string target = companionPath(program.pathStyle(), configFile, fileName);
+    if (!program.platform().isVisiblePlainFile(target)) {
         fileError(program, "That file DOES NOT exist");
         return;
     }
 
     // A failed change is told, and the editor opens the file all the same: it was found where it is.
-    const std::string& qdir = program.frmMain.field("QDIR").text();
-    const OperationResult changed = program.platform.changeDirectory(qdir);
+    const std::string& qdir = program.field(id::QDIR).text();
+    const OperationResult changed = program.platform().changeDirectory(qdir);
     if (!changed.ok)
         editorProblem(program, "Cannot change to the Quake II directory \"" + qdir + "\": " + changed.error +
                                    ". The file is opened all the same.");
-    const std::string command = TextEditorCommand(program.pathStyle, target);
-    const OperationResult started = program.platform.startProcess(command);
+    const std::string command = textEditorCommand(program.pathStyle(), target);
+    const OperationResult started = program.platform().startProcess(command);
     if (!started.ok)
         editorProblem(program,
                       "Cannot open \"" + target + "\" in the text editor (" + command + "): " + started.error + ".");
-}
-
-void ViewCompanionFile(Program& program, std::string_view fileName) {
-    program.state.CompanionFile = std::string(fileName);
-    SFiler(program);
 }
 
 } // namespace ks

@@ -23,12 +23,16 @@ struct LaunchResult {
 };
 
 // The command line that starts the server for the fields as they stand.
-std::string ServerCommandLine(const Program& program);
+std::string serverCommandLine(const Program& program);
 
 // Changes to QDIR and starts the server from the command line without waiting. Shows nothing.
-LaunchResult StartServer(Program& program);
+LaunchResult startServer(Program& program);
 
 // One line for the operator about a failed start, naming the directory or program and the reason.
-std::string DescribeLaunchFailure(const LaunchResult& result);
+std::string describeLaunchFailure(const LaunchResult& result);
+
+// Run this Server: saves, then starts the server with the configuration in hand. A failing change to QDIR or
+// a failing start is told in a message box; the launcher goes on.
+void saveAndStartServer(Program& program);
 
 } // namespace ks

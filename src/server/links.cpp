@@ -1,23 +1,21 @@
+#include "server/links.h"
+
 #include "frame/program.h"
-#include "server/server_commands.h"
+
+#include <string>
 
 namespace ks {
 
-// Failures of these commands are left to the viewer, browser or mail program: none has a message.
-
-void mnuHelpContents_Click(Program& program) {
-    program.GetProgramPath(); // SplitResult: the program's directory
-    if (program.pathStyle == PathStyle::Windows) {
-        program.state.ProgramFile = program.state.SplitResult + "ks.hlp";
-        program.platform.startProcess("winhlp32.exe " + program.state.ProgramFile);
-    } else {
-        program.state.ProgramFile = program.state.SplitResult + "ks.html";
-        program.platform.openLink(program.state.ProgramFile);
-    }
+void openHelp(Program& program) {
+    const std::string directory = program.programDirectory();
+    if (program.pathStyle() == PathStyle::Windows)
+        program.platform().startProcess("winhlp32.exe " + directory + "ks.hlp");
+    else
+        program.platform().openLink(directory + "ks.html");
 }
 
-void ksd_Click(Program& program) { program.platform.openLink(std::string(kDocsPage)); }
-void mnuViewWebBrowser_Click(Program& program) { program.platform.openLink(std::string(kWebSite)); }
-void bug_Click(Program& program) { program.platform.openLink(std::string(kBugMail)); }
+void openDocsPage(Program& program) { program.platform().openLink(std::string(kDocsPage)); }
+void openWebSite(Program& program) { program.platform().openLink(std::string(kWebSite)); }
+void writeBugReport(Program& program) { program.platform().openLink(std::string(kBugMail)); }
 
 } // namespace ks

@@ -2,7 +2,7 @@
 
 namespace ks {
 
-GameDirectorySplit SplitGameDirectory(PathStyle style, std::string_view path) {
+GameDirectorySplit splitGameDirectory(PathStyle style, std::string_view path) {
     const char sep = separator(style);
     // The last character is never looked at, so a trailing separator does not count.
     const std::size_t p = path.empty() ? 0 : lastSeparator(path, sep, path.size() - 1);
@@ -12,42 +12,37 @@ GameDirectorySplit SplitGameDirectory(PathStyle style, std::string_view path) {
     return {std::move(qdir), std::string(path.substr(p))};
 }
 
-std::string ConfigFileName(PathStyle style, std::string_view configFile) {
-    return std::string(configFile.substr(lastSeparator(configFile, separator(style), configFile.size())));
-}
-
-std::string CompanionTarget(PathStyle style, std::string_view configFile, std::string_view companionFile) {
-    const char sep = separator(style);
-    std::string target(configFile.substr(0, lastSeparator(configFile, sep, configFile.size())));
+std::string companionPath(PathStyle style, std::string_view configFile, std::string_view companionFile) {
+    std::string target = directoryPart(style, configFile);
     target += "cfg";
-    target += sep;
+    target += separator(style);
     target += companionFile;
     return target;
 }
 
-std::string ServerProgram(PathStyle style, std::string_view qdir) {
+std::string serverProgram(PathStyle style, std::string_view qdir) {
     std::string program(qdir);
     program += style == PathStyle::Windows ? "\\quake2.exe" : "/quake2";
     return program;
 }
 
-std::string LowerCase(std::string_view text) {
+std::string lowerCase(std::string_view text) {
     std::string lower(text);
     for (char& c : lower)
         if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
     return lower;
 }
 
-std::string ServerCommandLine(PathStyle style, const LaunchValues& values) {
-    std::string line = ServerProgram(style, values.qdir);
+std::string serverCommandLine(PathStyle style, const LaunchValues& values) {
+    std::string line = serverProgram(style, values.qdir);
     line += " +set game ";
-    line += LowerCase(values.gameDir);
+    line += lowerCase(values.gameDir);
     line += " +set dedicated ";
     line += values.dedicated;
     line += " +set port ";
     line += values.port;
     line += " +exec ";
-    line += LowerCase(ConfigFileName(style, values.configFile));
+    line += lowerCase(fileNamePart(style, values.configFile));
     return line;
 }
 

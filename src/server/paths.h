@@ -7,12 +7,6 @@
 
 namespace ks {
 
-// The text that marks FFile, QDIR and FGD as not set.
-inline constexpr std::string_view kUnset = "NONE";
-
-// True for the empty text and "NONE": no value has been given.
-constexpr bool IsUnset(std::string_view text) { return text.empty() || text == kUnset; }
-
 // A directory path split into the Quake II directory above it and the game directory's name.
 struct GameDirectorySplit {
     std::string qdir;
@@ -23,16 +17,13 @@ struct GameDirectorySplit {
 // Splits the selected directory at its last separator; the last character is not looked at, so a root
 // keeps its whole path in both parts. On Linux a directory right under "/" gets "/" as its Quake II
 // directory, the root drive, where a Windows path keeps the bare drive ("C:").
-GameDirectorySplit SplitGameDirectory(PathStyle style, std::string_view path);
-
-// The last component of a configuration file path, the whole text when it has no separator.
-std::string ConfigFileName(PathStyle style, std::string_view configFile);
+GameDirectorySplit splitGameDirectory(PathStyle style, std::string_view path);
 
 // Where a companion text file lies: the "cfg" folder beside the configuration file.
-std::string CompanionTarget(PathStyle style, std::string_view configFile, std::string_view companionFile);
+std::string companionPath(PathStyle style, std::string_view configFile, std::string_view companionFile);
 
 // The game program inside the Quake II directory: "\quake2.exe" on Windows, "/quake2" on Linux.
-std::string ServerProgram(PathStyle style, std::string_view qdir);
+std::string serverProgram(PathStyle style, std::string_view qdir);
 
 // The values the launch reads from the main form.
 struct LaunchValues {
@@ -45,9 +36,9 @@ struct LaunchValues {
 
 // The server's command line, unquoted: program, game (lower-cased), dedicated, port and the
 // configuration file's name (lower-cased).
-std::string ServerCommandLine(PathStyle style, const LaunchValues& values);
+std::string serverCommandLine(PathStyle style, const LaunchValues& values);
 
 // ASCII letters to lower case; every other byte stays.
-std::string LowerCase(std::string_view text);
+std::string lowerCase(std::string_view text);
 
 } // namespace ks

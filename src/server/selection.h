@@ -1,5 +1,6 @@
 #pragma once
 
+#include "frame/catalogue.h"
 #include "frame/path_style.h"
 
 #include <string>
@@ -9,19 +10,12 @@ namespace ks {
 
 class Program;
 
-// Gives the selectors and the three path fields of the main form their handlers.
-void ConnectServer(Program& program);
+// The choice handler of the directory selector: QDIR and FGD are split anew from the chosen directory.
+void splitChosenDirectory(Program& program);
 
-// The drive selector moved: the directory selector goes to that drive's current directory.
-void Drive2_Change(Program& program);
-// The directory selector moved: QDIR and FGD are split from its path, except while the reader applies a
-// qdir line.
-void Dir2_Change(Program& program);
-// A set FGD or QDIR (neither empty nor "NONE") turns white.
-void FGD_Change(Program& program);
-void QDIR_Change(Program& program);
-// FFile turns white for anything but "NONE".
-void FFile_Change(Program& program);
+// The change handler of QDIR, FGD and FFile: a set value turns the field white. QDIR and FGD count as set
+// unless empty or "NONE"; FFile unless "NONE".
+void whitenWhenSet(Program& program, FieldId field);
 
 // One place where the mod's directory is looked for at start-up.
 struct SearchPlace {
@@ -32,13 +26,13 @@ struct SearchPlace {
 
 // The places in the order they are tried. The Linux list names the user's home for the last one and leaves
 // it out when the home is unknown.
-std::vector<SearchPlace> KestrandSearchPlaces(PathStyle style, const std::string& home);
+std::vector<SearchPlace> kestrandSearchPlaces(PathStyle style, const std::string& home);
 
 // The drive on which the search starts and where the selectors go when nothing is found.
-std::string RootDrive(PathStyle style);
+std::string rootDrive(PathStyle style);
 
 // Looks for the mod's directory in every place, moves the selectors to the first one found, or tells the
 // operator that there is none and leaves the selectors on the root.
-void FindKestrandDirectory(Program& program);
+void findKestrandDirectory(Program& program);
 
 } // namespace ks

@@ -1,5 +1,5 @@
 #include "config/writer.h"
-#include "support/launcher.h"
+#include "support/launcher_test.h"
 
 #include <algorithm>
 #include <array>
@@ -42,7 +42,7 @@ void writeConfig(PathStyle style, const std::string& path, const std::string& qd
     l.main("QDIR").setText(qdir);
     l.main("FGD").setText(gameDir);
     l.main("FFile").setText(path);
-    ASSERT_TRUE(WriteConfig(l.program).ok);
+    ASSERT_TRUE(writeConfig(l.program).ok);
 }
 
 const std::string kForeignWarningLine =

@@ -1,5 +1,5 @@
 #include "config/writer.h"
-#include "support/launcher.h"
+#include "support/launcher_test.h"
 
 #include <filesystem>
 #include <tuple>
@@ -21,9 +21,9 @@ TEST_F(ConfigTest, SaveWithoutAFileShowsTheFirstTabThenRefusesAndWritesNothing) 
         main("FFile").setText(name);
         platform.calls.clear();
         platform.messages.clear();
-        program.frmMain.tabs().setCurrent(3);
-        mnuFileSave_Click(program);
-        EXPECT_EQ(program.frmMain.tabs().current(), 0);
+        program.mainTabs().setCurrent(3);
+        saveConfig(program);
+        EXPECT_EQ(program.mainTabs().current(), 0);
         // The cue of the tab change comes before the message.
         ASSERT_GE(platform.calls.size(), 2u);
         EXPECT_TRUE(platform.calls.end()[-2].ends_with("tab.wav"));
@@ -32,11 +32,11 @@ TEST_F(ConfigTest, SaveWithoutAFileShowsTheFirstTabThenRefusesAndWritesNothing) 
         EXPECT_EQ(looks(platform.messages[0]), critical("Kestrand Launcher File Warning", MessageButtons::Ok, 0));
     }
     EXPECT_TRUE(fs::is_empty(dir.path()));
-    EXPECT_EQ(program.state.ConfigSaved, 0);
+    EXPECT_FALSE(program.configSaved());
 }
 
 TEST_F(ConfigTest, SaveAsWritesANewNameAtOnceAndANoToReplaceKeepsTheFileButTakesTheName) {
-    mnuFileSaveAs_Click(program); // cancelled
+    saveConfigAs(program); // cancelled
     EXPECT_EQ(main("FFile").text(), "NONE");
     const FileDialogRequest& d = platform.dialogs.at(0);
     EXPECT_EQ(d.kind, FileDialogKind::Save);
@@ -46,30 +46,30 @@ TEST_F(ConfigTest, SaveAsWritesANewNameAtOnceAndANoToReplaceKeepsTheFileButTakes
     const std::string fresh = dir.file("new.cfg"), old = file("keep me\r\n", "old.cfg");
     platform.dialogAnswers = {fresh, old};
     platform.messageAnswers = {MessageAnswer::No, MessageAnswer::Yes};
-    mnuFileSaveAs_Click(program);
+    saveConfigAs(program);
     EXPECT_TRUE(platform.messages.empty());
-    EXPECT_EQ(test::readBytes(fresh), RenderConfig(program));
-    mnuFileSaveAs_Click(program);
+    EXPECT_EQ(test::readBytes(fresh), renderConfig(program));
+    saveConfigAs(program);
     EXPECT_EQ(platform.dialogs.at(2).fileName, "new.cfg");
     EXPECT_EQ(test::readBytes(old), "keep me\r\n");
     EXPECT_EQ(main("FFile").text(), old);
     EXPECT_EQ(looks(platform.messages.at(0)), critical("Configuration File Exists Warning", MessageButtons::YesNo, 0));
 
-    mnuFileSave_Click(program);
+    saveConfig(program);
     EXPECT_EQ(shown(), std::vector<std::string>(2, "Configuration File Exists Warning|Replace File ?"));
-    EXPECT_EQ(test::readBytes(old), RenderConfig(program));
+    EXPECT_EQ(test::readBytes(old), renderConfig(program));
     // Saved, Exit leaves at once.
-    mnuFileExit_Click(program);
+    exitLauncher(program);
     EXPECT_EQ(platform.messages.size(), 2u);
-    EXPECT_EQ(platform.quitCalls, 1);
+    EXPECT_EQ(platform.endCalls, 1);
 }
 
 TEST_F(ConfigTest, AfterAnOpenExitAsksEachTimeAndOnlyNoLeaves) {
     open(file(std::string(test::kMarker) + "\r\n"));
     platform.messageAnswers = {MessageAnswer::Yes, MessageAnswer::Yes, MessageAnswer::No};
-    for (int quitCalls : {0, 0, 1}) {
-        mnuFileExit_Click(program);
-        EXPECT_EQ(platform.quitCalls, quitCalls);
+    for (int endCalls : {0, 0, 1}) {
+        exitLauncher(program);
+        EXPECT_EQ(platform.endCalls, endCalls);
     }
     EXPECT_EQ(shown(), std::vector<std::string>(3, "Exit without Save Warning ?|You have not saved your work yet, "
                                                    "would you like to save ?"));

@@ -1,7 +1,7 @@
 #include "config/reader.h"
 #include "config/writer.h"
 #include "frame/catalogue.h"
-#include "support/launcher.h"
+#include "support/launcher_test.h"
 
 #include <set>
 
@@ -20,7 +20,7 @@ TEST_F(ConfigTest, TheWorkedExampleFillsFieldsAndBoxesAndTheNextSaveWritesTheNew
                                          {"Form1.DMFLAGT", "88"}}));
     EXPECT_EQ(shown(), std::vector<std::string>{test::kForeignWarning});
 
-    mnuFileSave_Click(program);
+    saveConfig(program);
     const std::string written = test::readBytes(path);
     EXPECT_NE(written.find("\r\nset dmflags 88\r\n"), std::string::npos);
     EXPECT_EQ(written.find("gravity"), std::string::npos);
@@ -80,7 +80,7 @@ TEST(Reader, EachFileFillsOnlyWhatItsWordsName) {
         EXPECT_EQ(changed["frmMain.FFile"], path);
         changed.erase("frmMain.FFile");
         EXPECT_EQ(changed, c.changed) << c.bytes.substr(0, 80);
-        EXPECT_EQ(launcher.program.frmMain.tabs().current(), 0);
+        EXPECT_EQ(launcher.program.mainTabs().current(), 0);
         std::vector<std::string> expected;
         if (!c.ruleMessage.empty()) expected.push_back(c.ruleMessage);
         if (!c.ours) expected.push_back(test::kForeignWarning);
@@ -88,58 +88,58 @@ TEST(Reader, EachFileFillsOnlyWhatItsWordsName) {
     }
 }
 
-TEST(Reader, CutRecordKeepsLinuxPathsAndEndsItsScanInVeryLongRecords) {
+TEST(Reader, TheCutKeepsLinuxPathsAndEndsItsScanInVeryLongRecords) {
     // In the Linux style a slash ends the scan only as "//" (Windows paths hold no slashes).
     const std::string rec = "// set qdir /srv/q2 // Added by KS Launcher - Do NOT modify this section ";
-    EXPECT_EQ(CutRecord(rec, PathStyle::Linux).words[3], "/srv/q2");
-    EXPECT_EQ(CutRecord("set maxclients 8 //max 16 ", PathStyle::Linux).words[2], "8");
-    EXPECT_EQ(CutRecord("set sv_logdir log/k ", PathStyle::Linux).words[2], "log/k");
+    EXPECT_EQ(cutRecord(rec, PathStyle::Linux).words[3], "/srv/q2");
+    EXPECT_EQ(cutRecord("set maxclients 8 //max 16 ", PathStyle::Linux).words[2], "8");
+    EXPECT_EQ(cutRecord("set sv_logdir log/k ", PathStyle::Linux).words[2], "log/k");
     std::string big = "set /" + std::string(9995, 'x') + " value more ";
-    EXPECT_EQ(CutRecord(big).words[2], "value"); // the scan went on at position 10,000
+    EXPECT_EQ(cutRecord(big).words[2], "value"); // the scan went on at position 10,000
     for (std::size_t at : {9999u, 10000u, 40000u}) {
         big = std::string(at - 1, 'a') + "/b c d e ";
-        EXPECT_EQ(CutRecord(big).words[0].size(), at <= 9999 ? at + 1 : 0u) << at;
+        EXPECT_EQ(cutRecord(big).words[0].size(), at <= 9999 ? at + 1 : 0u) << at;
     }
 }
 
 TEST(Reader, FlagValuesTurnTheBoxOnUnlessTheyAreNumbersAtOrBelowZero) {
     for (const char* on : {"1",  "0.5", ".5", "+2",    "1E2", "1d2", "&H10", "&h7fff", "&O17",   "&H10000",    "",
                            "1x", "-",   "1E", "\"0\"", "&H",  "&HG", "&O8",  "1e400",  "-1e400", "&H100000000"})
-        EXPECT_TRUE(FlagValueTurnsOn(on)) << '"' << on << '"';
+        EXPECT_TRUE(flagValueTurnsOn(on)) << '"' << on << '"';
     for (const char* off :
          {"0", "-1", "-0.5", "0.0", "-0", "0E5", "1e-400", "-2D1", "&HFFFF", "&HFFFFFFFF", "&O177777"})
-        EXPECT_FALSE(FlagValueTurnsOn(off)) << '"' << off << '"';
+        EXPECT_FALSE(flagValueTurnsOn(off)) << '"' << off << '"';
 }
 
-TEST(Reader, OnWindowsTheQuakeDirectoryMovesTheDriveUnderGuardAndTheGameDirectoryTheDirectory) {
+TEST(Reader, OnWindowsTheQuakeDirectoryMovesTheSelectorsAloneAndTheGameDirectorySplitsAnew) {
     test::Launcher w(PathStyle::Windows, false);
     w.platform.driveList = {"C:\\", "D:\\"};
     w.platform.notReadyDrives = {"N:\\"};
     w.platform.directories.insert("d:\\Quake2\\kestrand");
-    std::vector<int> guard;
-    w.program.Drive2.onChange([&] { guard.push_back(w.program.state.ReadingQDIR); });
+    int splits = 0;
+    w.program.directorySelector().onChoice([&] { ++splits; });
     // A drive that is not ready and a directory that does not exist then leave the selectors where they were.
     for (const char* qdir : {"d:\\Quake2", "N:\\Quake2"}) {
         w.open(w.file("// set qdir " + std::string(qdir) + " // Added\r\nset game_dir kestrand\r\n"));
         EXPECT_EQ(w.where(), "D:\\ | d:\\Quake2\\kestrand | " + std::string(qdir) + " | kestrand");
     }
-    EXPECT_EQ(guard, std::vector<int>{1});
-    EXPECT_EQ(w.program.state.ReadingQDIR, 0);
+    // Only the game directory's line splits the selected directory anew; the qdir line moves the selectors alone.
+    EXPECT_EQ(splits, 1);
 }
 
 TEST_F(ConfigTest, AForeignFileLeavesTheBoxesAndTheNextSaveWritesTheirTotal) {
     const std::string path = file("set dmflags 1024\n");
     open(path);
-    mnuFileSave_Click(program);
+    saveConfig(program);
     EXPECT_NE(test::readBytes(path).find("\r\nset dmflags 80\r\n"), std::string::npos);
 }
 
 TEST_F(ConfigTest, OpenStartsInTheGameDirectoryCancelChangesNothingAndAnUnreadableFilePutsBackNone) {
-    program.Dir2.setText("/games/quake2");
+    program.directorySelector().show("/games/quake2");
     const auto before = snapshot();
-    mnuFileOpen_Click(program);
+    chooseAndOpenConfig(program);
     platform.dialogAnswers.push_back(std::string());
-    mnuFileOpen_Click(program);
+    chooseAndOpenConfig(program);
     EXPECT_EQ(before, snapshot());
     EXPECT_TRUE(platform.messages.empty());
     const FileDialogRequest& d = platform.dialogs.at(0);
@@ -153,7 +153,7 @@ TEST_F(ConfigTest, OpenStartsInTheGameDirectoryCancelChangesNothingAndAnUnreadab
         platform.messages.clear();
         EXPECT_EQ(openAndSee(path), (Changes{{"frmMain.FFile", "NONE"}})) << path;
         EXPECT_EQ(main("FFile").backColour(), kPaleYellow);
-        EXPECT_EQ(program.frmMain.tabs().current(), kMainFirstTab);
+        EXPECT_EQ(program.mainTabs().current(), kMainFirstTab);
         EXPECT_EQ(shown(), std::vector<std::string>{test::kFileWarning + "There is no such existing file!"}) << path;
         EXPECT_EQ(platform.messages[0].icon, MessageIcon::Critical);
     }
@@ -163,29 +163,30 @@ TEST_F(ConfigTest, OpenStartsInTheGameDirectoryCancelChangesNothingAndAnUnreadab
 // off, the file restores everything but the five fields whose written key the reader does not know. So
 // every row of the reader's key tables is tried.
 TEST_F(ConfigTest, AWrittenFileRestoresEveryFieldButTheFiveWithKeysOfTheirOwn) {
-    program.frmMain.check("ipCheck").setState(0);
+    check("ipCheck").setState(0);
     int n = 0;
     auto valueFor = [&n](const auto& row) -> std::string {
         ++n;
         if (row.kind == ValueKind::Switch) return row.defaultText == "1" ? "0" : "1";
-        if (row.kind == ValueKind::Number0to8 || row.kind == ValueKind::Number0to9) return "7";
-        if (row.kind == ValueKind::QuotedText) return "\"v" + std::to_string(n) + "\"";
+        if (row.kind == ValueKind::HookColour || row.kind == ValueKind::VooshMode) return "7";
+        if (row.kind == ValueKind::QuotedText || row.kind == ValueKind::QuotedModel)
+            return "\"v" + std::to_string(n) + "\"";
         return row.kind == ValueKind::Address ? "10.0.0.1" : std::to_string(1000 + n);
     };
     for (const auto& row : mainFields())
         if (row.name != "FFile") main(row.name).setText(valueFor(row));
     for (const auto& row : weaponFields())
         weapons(row.name).setText(valueFor(row));
-    for (const AmmoField& ammo : startAmmo())
+    for (const AmmoField& ammo : kStartAmmoRows)
         flags(ammo.name).setText(std::to_string(++n));
-    for (const auto& box : program.Form1.checkBoxes())
+    for (const auto& box : program.form(FormId::Flags).checkBoxes())
         box->setState(1);
     main("FFile").setText(dir.file("all.cfg"));
-    ASSERT_TRUE(WriteConfig(program).ok);
+    ASSERT_TRUE(writeConfig(program).ok);
     const auto written = snapshot();
 
     test::Launcher fresh;
-    for (const auto& box : fresh.program.Form1.checkBoxes())
+    for (const auto& box : fresh.program.form(FormId::Flags).checkBoxes())
         box->setState(0);
     const auto start = fresh.snapshot();
     fresh.open(dir.file("all.cfg"));

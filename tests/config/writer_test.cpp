@@ -1,6 +1,6 @@
 #include "config/layout.h"
 #include "config/writer.h"
-#include "support/launcher.h"
+#include "support/launcher_test.h"
 
 #include <filesystem>
 
@@ -35,7 +35,7 @@ std::size_t entries(const fs::path& dir) {
 } // namespace
 
 TEST_F(ConfigTest, DefaultFileHas237LinesAndTheDialogDefaultsWithoutTheDialogs) {
-    const std::string bytes = RenderConfig(program);
+    const std::string bytes = renderConfig(program);
     const std::string head =
         "//Kestrand Launcher AUTO CONFIG SECTION - DO NOT Modify\r\n"
         "// set dedicated 1 // Added by KS Launcher - Do NOT modify this section\r\n"
@@ -59,13 +59,13 @@ TEST_F(ConfigTest, DefaultFileHas237LinesAndTheDialogDefaultsWithoutTheDialogs) 
 }
 
 TEST_F(ConfigTest, WithAnAddressTheFileHas238LinesOfTheRightKindsAndValuesGoOutAsTheyStand) {
-    program.frmMain.check("ipCheck").setState(0);
+    program.check(id::ipCheck).setState(0);
     main("IP").setText("10.0.0.5");
     main("FHOSTN").setText("My Server");
     main("FPORT").setText("");
     main("QDIR").setText("");
     main("FSM").setText("q2dm1 ");
-    const auto lines = linesOf(RenderConfig(program));
+    const auto lines = linesOf(renderConfig(program));
     ASSERT_EQ(lines.size(), 238u);
     EXPECT_EQ(lines[1], "// set IP 10.0.0.5 // Added by KS Launcher - Do NOT modify this section");
     EXPECT_EQ(lines[3], "// set qdir  // Added by KS Launcher - Do NOT modify this section");
@@ -76,24 +76,24 @@ TEST_F(ConfigTest, WithAnAddressTheFileHas238LinesOfTheRightKindsAndValuesGoOutA
     EXPECT_EQ(kinds, (std::map<char, int>{{'M', 3}, {'B', 3}, {'C', 91}, {'S', 111}, {'H', 11}, {'E', 19}}));
 }
 
-TEST_F(ConfigTest, WriteConfigWritesNothingWithoutAFileAndReplacesThroughALinkKeepingPermissions) {
+TEST_F(ConfigTest, TheWriterWritesNothingWithoutAFileAndReplacesThroughALinkKeepingPermissions) {
     for (const char* target : {"NONE", ""}) {
         main("FFile").setText(target);
-        EXPECT_TRUE(WriteConfig(program).ok);
+        EXPECT_TRUE(writeConfig(program).ok);
     }
     EXPECT_TRUE(fs::is_empty(dir.path()));
-    EXPECT_EQ(program.state.ConfigSaved, 0);
+    EXPECT_FALSE(program.configSaved());
 
     const std::string real = dir.file("real.cfg"), link = dir.file("link.cfg");
     test::writeBytes(real, "old\r\n");
     fs::permissions(real, fs::perms::owner_read | fs::perms::owner_write, fs::perm_options::replace);
     fs::create_symlink("real.cfg", link);
     main("FFile").setText(link);
-    ASSERT_TRUE(WriteConfig(program).ok);
-    EXPECT_EQ(program.state.ConfigSaved, 1);
+    ASSERT_TRUE(writeConfig(program).ok);
+    EXPECT_TRUE(program.configSaved());
     const std::string first = test::readBytes(real);
-    EXPECT_EQ(first, RenderConfig(program));
-    ASSERT_TRUE(WriteConfig(program).ok);
+    EXPECT_EQ(first, renderConfig(program));
+    ASSERT_TRUE(writeConfig(program).ok);
     EXPECT_EQ(test::readBytes(real), first);
     EXPECT_TRUE(fs::is_symlink(link));
     EXPECT_EQ(fs::status(real).permissions() & fs::perms::all, fs::perms::owner_read | fs::perms::owner_write);
@@ -107,7 +107,7 @@ TEST_F(ConfigTest, FailedWritesLeaveTheOldFileWholeAndNoTemporaryFileAndOnlySave
     fs::permissions(locked, fs::perms::owner_read | fs::perms::group_read, fs::perm_options::replace);
     for (const std::string& target : {dir.file("missing/server.cfg"), locked, dir.path().string()}) {
         main("FFile").setText(target);
-        mnuFileSave_Click(program);
+        saveConfig(program);
         ASSERT_EQ(platform.messages.size(), 1u) << target;
         const std::string said = shown()[0];
         const std::string head = test::kFileWarning + "The configuration file " + target + " could not be written:\r";
@@ -116,11 +116,11 @@ TEST_F(ConfigTest, FailedWritesLeaveTheOldFileWholeAndNoTemporaryFileAndOnlySave
         platform.messages.clear();
         main("FFile").setText("/earlier.cfg");
         platform.dialogAnswers.push_back(target);
-        mnuFileSaveAs_Click(program);
+        saveConfigAs(program);
         EXPECT_EQ(main("FFile").text(), target);
         EXPECT_TRUE(platform.messages.empty());
     }
     EXPECT_EQ(test::readBytes(locked), "keep me\r\n");
-    EXPECT_EQ(program.state.ConfigSaved, 0);
+    EXPECT_FALSE(program.configSaved());
     EXPECT_EQ(entries(dir.path()), 1u);
 }

@@ -1,4 +1,4 @@
-#include "launcher_fixture.h"
+#include "window_launcher.h"
 
 #include "config/writer.h"
 #include "forms/flags_dialog.h"
@@ -23,7 +23,7 @@ class DialogsTest : public QObject {
     Q_OBJECT
 private slots:
     void theFlagsDialogHoldsEveryGroupOpensModallyDrivesTheCoreAndShowsItAgainAsLeft() {
-        Launcher launcher;
+        WindowLauncher launcher;
         FlagsDialog* flags = launcher.window->flagsDialog();
         RowTabs* tabs = flags->tabs();
         // Totals stand labelled under their group's heading; only the typed fields take typing.
@@ -46,7 +46,7 @@ private slots:
             QCOMPARE(textOf(flags, "DMFLAGT"), QStringLiteral("80"));
             clickTab(tabs, 0);
             typeInto(flags->findChild<QLineEdit*>("AB1"), QStringLiteral("7"));
-            QCOMPARE(launcher.program.Form1.field("AB1").text(), std::string("7"));
+            QCOMPARE(launcher.flags("AB1").text(), std::string("7"));
             QCOMPARE(textOf(flags, "ABT"), QStringLiteral("0"));
             // The next click in the group adds the typed 7 in.
             QTest::mouseClick(flags->findChild<QCheckBox*>("Check80"), Qt::LeftButton);
@@ -58,15 +58,15 @@ private slots:
         });
         QTest::mouseClick(launcher.find<QPushButton>("Command1"), Qt::LeftButton);
         QVERIFY(!flags->isVisible());
-        QCOMPARE(launcher.program.Form1.field("ABT").text(), std::string("9"));
-        QVERIFY(RenderConfig(launcher.program).find("set dmflags 1104\r\n") != std::string::npos);
+        QCOMPARE(launcher.flags("ABT").text(), std::string("9"));
+        QVERIFY(renderConfig(launcher.program).find("set dmflags 1104\r\n") != std::string::npos);
         QCOMPARE(launcher.platform.sounds.front(), std::string("/opt/kslaunch/rail.wav"));
         QCOMPARE(launcher.platform.sounds.back(), std::string("/opt/kslaunch/button.wav"));
         // The hidden dialog follows the core; shut by its close box, it opens again as it was left.
-        launcher.program.Form1.check("Check62").setState(1);
+        launcher.check("Check62").setState(1);
         QVERIFY(flags->findChild<QCheckBox*>("Check62")->isChecked());
         whenModal([](QWidget* dialog) { dialog->close(); });
-        launcher.window->Command1_Click();
+        launcher.window->openFlagsDialog();
         QVERIFY(!flags->isVisible());
         QCOMPARE(tabs->currentIndex(), 4);
         QVERIFY(flags->findChild<QCheckBox*>("Check57")->isChecked());
@@ -74,7 +74,7 @@ private slots:
     }
 
     void theWeaponsButtonOpensItModallyWithEveryFieldAndReopeningKeepsThem() {
-        Launcher launcher;
+        WindowLauncher launcher;
         WeaponsDialog* weapons = launcher.window->weaponsDialog();
         whenModal([&](QWidget* dialog) {
             QVERIFY(dialog == weapons && dialog->isModal());
@@ -93,9 +93,9 @@ private slots:
         QTest::mouseClick(launcher.find<QPushButton>("Command2"), Qt::LeftButton);
         QCOMPARE(launcher.platform.sounds.front(), std::string("/opt/kslaunch/bfg.wav"));
         QCOMPARE(launcher.platform.messages.size(), std::size_t(1));
-        QVERIFY(RenderConfig(launcher.program).find("set b_damage 30\r\n") != std::string::npos);
+        QVERIFY(renderConfig(launcher.program).find("set b_damage 30\r\n") != std::string::npos);
         whenModal([](QWidget* dialog) { dialog->close(); });
-        launcher.window->Command2_Click();
+        launcher.window->openWeaponsDialog();
         QVERIFY(!weapons->isVisible());
         QCOMPARE(textOf(weapons, "FWD1"), QStringLiteral("30"));
         QCOMPARE(textOf(weapons, "DL1"), QStringLiteral("2"));
@@ -105,6 +105,6 @@ private slots:
     }
 };
 
-static RegisterTest<DialogsTest> registerDialogsTest;
+static RegisterTest<DialogsTest> registerDialogsTest("DialogsTest");
 
 #include "dialogs_test.moc"

@@ -1,4 +1,4 @@
-#include "launcher_fixture.h"
+#include "window_launcher.h"
 
 #include "forms/look.h"
 #include "support/temp_dir.h"
@@ -17,27 +17,26 @@ class FieldViewTest : public QObject {
     Q_OBJECT
 private slots:
     void typingReachesTheCoreACoreChangeShowsWithoutRunningHandlersAgainAndLeavingValidates() {
-        Launcher launcher;
-        launcher.program.frmMain.tabs().setCurrent(0);
-        Form& form = launcher.program.frmMain;
+        WindowLauncher launcher;
+        launcher.program.mainTabs().setCurrent(0);
         auto* clients = launcher.find<QLineEdit>("FMC");
         int changes = 0;
-        form.field("FMC").onChange([&] { ++changes; });
+        launcher.main("FMC").onChange([&] { ++changes; });
         typeInto(clients, QStringLiteral("24"));
-        QCOMPARE(form.field("FMC").text(), std::string("24"));
-        form.field("FMC").setText("16"); // as the reader does
+        QCOMPARE(launcher.main("FMC").text(), std::string("24"));
+        launcher.main("FMC").setText("16"); // as the reader does
         QCOMPARE(clients->text(), QStringLiteral("16"));
         QCOMPARE(changes, 3);
         // Bytes above 127 go both ways unchanged.
         auto* host = launcher.find<QLineEdit>("FHOSTN");
-        form.field("FHOSTN").setText("caf\xe9");
+        launcher.main("FHOSTN").setText("caf\xe9");
         QCOMPARE(host->text(), QString::fromLatin1("caf\xe9"));
         typeInto(host, QString::fromLatin1("my \xe9t\xe9"));
-        QCOMPARE(form.field("FHOSTN").text(), std::string("my \xe9t\xe9"));
+        QCOMPARE(launcher.main("FHOSTN").text(), std::string("my \xe9t\xe9"));
         // Leaving a field quotes it; a refused value empties its box after the message.
         auto* deathmatch = launcher.find<QLineEdit>("FDM");
         typeInto(deathmatch, QStringLiteral("5"));
-        QCOMPARE(form.field("FHOSTN").text(), std::string("\"my \xe9t\xe9\""));
+        QCOMPARE(launcher.main("FHOSTN").text(), std::string("\"my \xe9t\xe9\""));
         QCOMPARE(host->text(), QString::fromLatin1("\"my \xe9t\xe9\""));
         QCOMPARE(launcher.platform.messages.size(), std::size_t(1));
         QCOMPARE(launcher.platform.messages[0].text, std::string("Must be 0 or 1"));
@@ -45,14 +44,14 @@ private slots:
     }
 
     void aTabChangeByClickOrCodePlaysTheCueOnceAndBringsItsRowNextToThePage() {
-        Launcher launcher;
+        WindowLauncher launcher;
         RowTabs* tabs = launcher.window->tabs();
         QVERIFY(tabs->tabRect(3).center().y() > tabs->tabRect(1).center().y());
         clickTab(tabs, 0);
         clickTab(tabs, 0); // the tab that is up: no change, no cue
-        QCOMPARE(launcher.program.frmMain.tabs().current(), 0);
+        QCOMPARE(launcher.program.mainTabs().current(), 0);
         QVERIFY(tabs->tabRect(1).center().y() > tabs->tabRect(3).center().y());
-        launcher.program.frmMain.tabs().setCurrent(3);
+        launcher.program.mainTabs().setCurrent(3);
         QVERIFY(tabs->page(3)->isVisible());
         QCOMPARE(launcher.platform.sounds, std::vector<std::string>(2, "/opt/kslaunch/tab.wav"));
         // Without a sound device the tab still changes, in silence.
@@ -68,7 +67,7 @@ private slots:
         const std::string first = temp.file("a/quake2/kestrand"), second = temp.file("b/quake2/kestrand");
         std::filesystem::create_directories(first);
         std::filesystem::create_directories(second);
-        Launcher launcher([&](FakePlatform& platform) {
+        WindowLauncher launcher([&](FakePlatform& platform) {
             platform.driveList = {"/", "/mnt/usb", "/mnt/cdrom"};
             platform.notReadyDrives = {"/mnt/cdrom"};
             platform.directories = {first, second};
@@ -81,8 +80,8 @@ private slots:
             emit tree->activated(tree->currentIndex());
         };
         openInTree(first);
-        QCOMPARE(launcher.program.frmMain.field("QDIR").text(), temp.file("a/quake2"));
-        QCOMPARE(launcher.program.frmMain.field("FGD").text(), std::string("kestrand"));
+        QCOMPARE(launcher.main("QDIR").text(), temp.file("a/quake2"));
+        QCOMPARE(launcher.main("FGD").text(), std::string("kestrand"));
         for (const char* name : {"QDIR", "FGD"})
             QCOMPARE(launcher.find(name)->palette().color(QPalette::Disabled, QPalette::Base), toQColor(kWhite));
         // A directory or drive the platform does not find leaves its selector where it was.
@@ -103,6 +102,6 @@ private slots:
     }
 };
 
-static RegisterTest<FieldViewTest> registerFieldViewTest;
+static RegisterTest<FieldViewTest> registerFieldViewTest("FieldViewTest");
 
 #include "field_view_test.moc"

@@ -1,11 +1,23 @@
-#include "launcher_fixture.h"
+#include "window_launcher.h"
 
+#include <cstring>
+
+// Runs the test class named by the first argument, or every class when none is named; the rest of the
+// arguments go to QtTest.
 int main(int argc, char** argv) {
     QApplication app(argc, argv);
-    int failures = 0;
-    for (const auto& make : ks::test::testClasses()) {
-        std::unique_ptr<QObject> tests(make());
-        failures += QTest::qExec(tests.get(), argc, argv);
+    const char* only = argc > 1 && argv[1][0] != '-' ? argv[1] : nullptr;
+    if (only) {
+        argv[1] = argv[0];
+        ++argv;
+        --argc;
     }
-    return failures == 0 ? 0 : 1;
+    int failures = 0, ran = 0;
+    for (const auto& testClass : ks::test::testClasses()) {
+        if (only && std::strcmp(only, testClass.name) != 0) continue;
+        std::unique_ptr<QObject> tests(testClass.make());
+        failures += QTest::qExec(tests.get(), argc, argv);
+        ++ran;
+    }
+    return failures == 0 && ran > 0 ? 0 : 1;
 }

@@ -1,9 +1,9 @@
-#include "launcher_fixture.h"
+#include "window_launcher.h"
 
 #include "forms/look.h"
 #include "forms/views.h"
 #include "frame/catalogue.h"
-#include "frame/menu.h"
+#include "session/menu.h"
 
 #include <QMenu>
 #include <QMenuBar>
@@ -16,7 +16,7 @@ class MainWindowTest : public QObject {
     Q_OBJECT
 private slots:
     void everyCatalogueFieldStandsOnItsTabInItsFrameWithLabelToolTipAndDefault() {
-        Launcher launcher;
+        WindowLauncher launcher;
         QWidget* ground = launcher.window->centralWidget();
         RowTabs* tabs = launcher.window->tabs();
         const auto place = [ground](const QWidget* w) { return QRect(w->mapTo(ground, QPoint(0, 0)), w->size()); };
@@ -38,7 +38,7 @@ private slots:
             const bool span = qobject_cast<SpanLabel*>(label) != nullptr;
             QVERIFY2(span ? label->text().contains(qt(row.label)) : label->text() == qt(row.label), name.constData());
             if (row.tab == kAboveTabs) continue; // FFile's label stands above it
-            launcher.program.frmMain.tabs().setCurrent(row.tab);
+            launcher.program.mainTabs().setCurrent(row.tab);
             QApplication::processEvents();
             const QRect field = place(edit), caption = place(label);
             QVERIFY2(caption.right() < field.left(), name.constData());
@@ -47,7 +47,7 @@ private slots:
         }
 
         // Hints and the directory selectors.
-        for (const Hint& hint : mainHints()) {
+        for (const Hint& hint : kHintRows) {
             int found = 0;
             for (QLabel* label : tabs->page(hint.tab)->findChildren<QLabel*>())
                 found += label->text() == qt(hint.text);
@@ -58,7 +58,7 @@ private slots:
     }
 
     void atLoadTeamPlayIsUpIpGreyAndTheSentinelsYellowAndClosingEndsWithoutSaving() {
-        Launcher launcher;
+        WindowLauncher launcher;
         MainWindow& window = *launcher.window;
         QCOMPARE(window.centralWidget()->size(), QSize(576, 383)); // 8640 x 6015 twips
         QVERIFY(window.tabs()->page(2)->isVisible() && !window.tabs()->page(0)->isVisible());
@@ -77,19 +77,19 @@ private slots:
         QVERIFY(date->x() < launcher.find<QLabel>("timePanel", window.statusBar())->x());
 
         // Turning Use Default off by a click gives the field back, white and enabled.
-        launcher.program.frmMain.tabs().setCurrent(0);
+        launcher.program.mainTabs().setCurrent(0);
         QTest::mouseClick(launcher.find<QCheckBox>("ipCheck"), Qt::LeftButton);
-        QCOMPARE(launcher.program.frmMain.check("ipCheck").state(), 0);
+        QCOMPARE(launcher.check("ipCheck").state(), 0);
         QVERIFY(ip->isEnabled());
         QCOMPARE(ip->palette().color(QPalette::Active, QPalette::Base), toQColor(kWhite));
         // Closing the window ends the program without saving.
         window.close();
-        QCOMPARE(launcher.platform.quitCalls, 1);
+        QCOMPARE(launcher.platform.endCalls, 1);
         QVERIFY(launcher.platform.dialogs.empty() && launcher.platform.messages.empty());
     }
 
     void menusFollowTheMenuTableInOrder() {
-        Launcher launcher;
+        WindowLauncher launcher;
         std::vector<QAction*> shown;
         for (QAction* top : launcher.window->menuBar()->actions()) {
             shown.push_back(top);
@@ -108,6 +108,6 @@ private slots:
     }
 };
 
-static RegisterTest<MainWindowTest> registerMainWindowTest;
+static RegisterTest<MainWindowTest> registerMainWindowTest("MainWindowTest");
 
 #include "main_window_test.moc"

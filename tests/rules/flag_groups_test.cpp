@@ -1,28 +1,32 @@
 #include "config/writer.h"
 #include "frame/catalogue.h"
-#include "support/launcher.h"
+#include "support/launcher_test.h"
+
+#include <map>
 
 using namespace ks;
 using RulesTest = test::LauncherTest;
 
-TEST_F(RulesTest, EachMemberSetsItsBitAndTheTotalFollowsAndReturnsWhenClickedBack) {
-    for (const FlagGroup& group : flagGroups())
-        for (const FlagMember& member : group.members) {
-            const std::string item = flags(member.item).text(), total = flags(group.total).text();
-            CheckBox& box = check(member.check);
-            box.setState(1 - box.state());
-            const bool on = box.state() == 1;
-            EXPECT_EQ(flags(member.item).text(), on ? std::to_string(member.bit) : "0") << member.check;
-            EXPECT_EQ(std::stod(flags(group.total).text()), std::stod(total) + (on ? 1 : -1) * member.bit);
-            box.setState(1 - box.state());
-            EXPECT_EQ(flags(member.item).text() + " " + flags(group.total).text(), item + " " + total);
-        }
+TEST_F(RulesTest, EveryBoxOnGivesEachGroupItsFullMaskAndEveryBoxOffGivesZero) {
+    for (const auto& box : program.form(FormId::Flags).checkBoxes())
+        box->setState(1);
+    const std::map<std::string, std::string> full = {{"WBT", "511"},  {"ABT", "63"},     {"WIBT", "16383"},
+                                                     {"WSWT", "511"}, {"WSIT", "16383"}, {"DMFLAGT", "983039"},
+                                                     {"BOTT", "31"},  {"TRB", "511"}};
+    for (const auto& [total, value] : full)
+        EXPECT_EQ(flags(total).text(), value) << total;
+    EXPECT_EQ(flags("DMFLAG19").text() + " " + flags("WSI13").text() + " " + flags("RND").text(), "524288 4 256");
+    for (const auto& box : program.form(FormId::Flags).checkBoxes())
+        box->setState(0);
+    for (const auto& [total, value] : full)
+        EXPECT_EQ(flags(total).text(), "0") << total;
+    EXPECT_EQ(flags("DMFLAG19").text(), "0");
     EXPECT_TRUE(platform.messages.empty());
 }
 
 TEST_F(RulesTest, DmFlagsAddUpBeyondSixteenBitsAndAWrittenFileHoldsWhatWasClicked) {
     check("Check57").setState(1);
-    EXPECT_NE(RenderConfig(program).find("\r\nset dmflags 1104\r\n"), std::string::npos);
+    EXPECT_NE(renderConfig(program).find("\r\nset dmflags 1104\r\n"), std::string::npos);
     for (const FlagMember& member : flagGroups()[5].members)
         check(member.check).setState(1);
     EXPECT_EQ(flags("DMFLAGT").text(), "983039");

@@ -1,7 +1,6 @@
-#include "frame/menu.h"
 #include "server/launch.h"
-#include "server/server_commands.h"
-#include "support/launcher.h"
+#include "session/menu.h"
+#include "support/launcher_test.h"
 
 using namespace ks;
 using test::Launcher;
@@ -14,14 +13,14 @@ TEST(Run, SavesThenChangesToQdirAndStartsTheServerEachTimeEvenAfterANoToReplace)
     l.main("FGD").setText("Kestrand");
     l.main("FPORT").setText("27911");
 
-    runquake2_Click(l.program);
+    saveAndStartServer(l.program);
     EXPECT_FALSE(test::readBytes(file).empty()); // the save came first
     const std::string line = "/srv/Quake 2/quake2 +set game kestrand +set dedicated 1 +set port 27911 +exec server.cfg";
     EXPECT_EQ(l.effects(), (std::vector<std::string>{"changeDirectory /srv/Quake 2", "startProcess " + line}));
     // The operator keeps a file of his own; the server starts with it all the same.
     l.file("exec mine.cfg\r\n", "Server.CFG");
     l.platform.messageAnswers = {MessageAnswer::No};
-    runquake2_Click(l.program);
+    saveAndStartServer(l.program);
     EXPECT_EQ(test::readBytes(file), "exec mine.cfg\r\n");
     EXPECT_EQ(l.platform.processes, (std::vector<std::string>{line, line}));
     EXPECT_EQ(l.shown(), std::vector<std::string>{"Configuration File Exists Warning|Replace File ?"});
@@ -35,8 +34,8 @@ TEST(ServerCommands, AFailingDirectoryChangeOrStartIsToldAndTheLauncherGoesOn) {
     for (const bool directoryFails : {true, false}) {
         l.platform.failChangeDirectory = directoryFails;
         l.platform.failStartProcess = !directoryFails;
-        runquake2_Click(l.program);
-        RunMenuCommand(l.program, "help");
+        saveAndStartServer(l.program);
+        runMenuCommand(l.program, "help");
     }
     // Without its directory the server does not start; the editor opens the file all the same.
     const std::string line = "NONE/quake2 +set game none +set dedicated 1 +set port 27910 +exec server.cfg";
@@ -72,10 +71,10 @@ TEST(CompanionFiles, OpenInTheEditorFromQdirAndWithoutAUsableFileNothingStartsAn
         l.main("FFile").setText(row.file);
         l.platform.hiddenFiles = {"C:\\QUAKE2\\KESTRAND\\cfg\\maps_dm.txt"};
         l.platform.plainFiles = {"C:\\QUAKE2\\KESTRAND\\cfg\\motd.txt"};
-        l.program.frmMain.tabs().setCurrent(3);
-        RunMenuCommand(l.program, row.entry);
+        l.program.mainTabs().setCurrent(3);
+        runMenuCommand(l.program, row.entry);
         EXPECT_EQ(l.shown(), row.told.empty() ? std::vector<std::string>() : std::vector{row.told}) << row.entry;
-        EXPECT_EQ(l.program.frmMain.tabs().current(), row.tab) << row.entry;
+        EXPECT_EQ(l.program.mainTabs().current(), row.tab) << row.entry;
         EXPECT_EQ(l.effects(), row.effects) << row.entry;
     }
 }
@@ -84,13 +83,13 @@ TEST(HelpAndLinks, HandTheirTargetsOnAndSayNothingWhenTheyFail) {
     Launcher w(PathStyle::Windows, false);
     w.platform.program = "C:\\KSLAUNCH\\kslaunch.exe";
     w.platform.failStartProcess = true;
-    RunMenuCommand(w.program, "mnuHelpContents");
+    runMenuCommand(w.program, "mnuHelpContents");
     EXPECT_EQ(w.platform.processes, (std::vector<std::string>{"winhlp32.exe C:\\KSLAUNCH\\ks.hlp"}));
 
     Launcher l(PathStyle::Linux, false);
     l.platform.failOpenLink = true;
     for (const char* entry : {"mnuHelpContents", "ksd", "mnuViewWebBrowser", "bug"})
-        RunMenuCommand(l.program, entry);
+        runMenuCommand(l.program, entry);
     EXPECT_EQ(l.platform.links,
               (std::vector<std::string>{"/opt/kslaunch/ks.html", "http://kestrand.example.org/kestrand/ksdocs.htm",
                                         "http://kestrand.example.org/kestrand", "mailto:bugs@kestrand.example.org"}));

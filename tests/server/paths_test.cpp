@@ -21,7 +21,7 @@ TEST(GameDirectorySplit, SplitsAtTheLastSeparatorBeforeTheLastCharacter) {
         {PathStyle::Windows, "C:\\games/q2", {"C:", "games/q2"}},
     };
     for (const auto& [style, selected, split] : rows)
-        EXPECT_EQ(SplitGameDirectory(style, selected), split) << selected;
+        EXPECT_EQ(splitGameDirectory(style, selected), split) << selected;
 }
 
 TEST(ServerCommandLine, HasItsTenPiecesWithOnlyTheGameAndTheFileNameLowerCased) {
@@ -53,11 +53,11 @@ TEST(ServerCommandLine, HasItsTenPiecesWithOnlyTheGameAndTheFileNameLowerCased) 
          "/q2/quake2 +set game k +set dedicated 1 +set port 2 +exec c:\\q\\s.cfg"},
     };
     for (const auto& row : rows)
-        EXPECT_EQ(ServerCommandLine(row.style, row.values), row.line);
+        EXPECT_EQ(serverCommandLine(row.style, row.values), row.line);
     // Bytes above ASCII pass unchanged.
-    EXPECT_EQ(LowerCase("\xC9T\xE9"), "\xC9t\xE9");
+    EXPECT_EQ(lowerCase("\xC9T\xE9"), "\xC9t\xE9");
 }
 
-TEST(CompanionTarget, LiesInTheCfgFolderBesideTheConfigurationFileOrTheCurrentOne) {
-    EXPECT_EQ(CompanionTarget(PathStyle::Windows, "server.cfg", "motd.txt"), "cfg\\motd.txt");
+TEST(CompanionPath, LiesInTheCfgFolderBesideTheConfigurationFileOrTheCurrentOne) {
+    EXPECT_EQ(companionPath(PathStyle::Windows, "server.cfg", "motd.txt"), "cfg\\motd.txt");
 }

@@ -1,6 +1,6 @@
 #include "frame/selectors.h"
 #include "server/selection.h"
-#include "support/launcher.h"
+#include "support/launcher_test.h"
 
 using namespace ks;
 using test::Launcher;
@@ -27,21 +27,21 @@ TEST(Selectors, MovingTheDirectoryOrDriveFillsBothFieldsAndBadTargetsChangeNothi
     l.platform.notReadyDrives = {"A:"};
     l.main("QDIR").setBackColour(kPaleYellow);
 
-    ASSERT_TRUE(SelectDirectory(l.program, "C:\\QUAKE2\\KESTRAND"));
+    ASSERT_TRUE(selectDirectory(l.program, "C:\\QUAKE2\\KESTRAND"));
     EXPECT_EQ(l.main("QDIR").text() + " " + l.main("FGD").text(), "C:\\QUAKE2 KESTRAND");
     EXPECT_EQ(l.main("QDIR").backColour(), kWhite);
     // A path that does not exist leaves selector and fields where they were.
-    EXPECT_FALSE(SelectDirectory(l.program, "C:\\NOWHERE"));
-    EXPECT_EQ(l.program.Dir2.text() + " " + l.main("QDIR").text(), "C:\\QUAKE2\\KESTRAND C:\\QUAKE2");
+    EXPECT_FALSE(selectDirectory(l.program, "C:\\NOWHERE"));
+    EXPECT_EQ(l.program.directorySelector().text() + " " + l.main("QDIR").text(), "C:\\QUAKE2\\KESTRAND C:\\QUAKE2");
 
     // A bare letter names its drive; the directory follows to the drive's current one.
-    ASSERT_TRUE(SelectDrive(l.program, "D"));
+    ASSERT_TRUE(selectDrive(l.program, "D"));
     EXPECT_EQ(l.where(), "D: | D:\\GAMES\\Q2 | D:\\GAMES | Q2");
     // A drive that is not ready changes nothing; one whose current directory cannot be shown leaves Dir2 alone.
-    EXPECT_FALSE(SelectDrive(l.program, "A:"));
+    EXPECT_FALSE(selectDrive(l.program, "A:"));
     EXPECT_EQ(l.where(), "D: | D:\\GAMES\\Q2 | D:\\GAMES | Q2");
-    ASSERT_TRUE(SelectDrive(l.program, "E:"));
-    EXPECT_EQ(l.program.Dir2.text() + " " + l.main("QDIR").text(), "D:\\GAMES\\Q2 D:\\GAMES");
+    ASSERT_TRUE(selectDrive(l.program, "E:"));
+    EXPECT_EQ(l.program.directorySelector().text() + " " + l.main("QDIR").text(), "D:\\GAMES\\Q2 D:\\GAMES");
     EXPECT_TRUE(l.platform.messages.empty());
 }
 
@@ -65,12 +65,10 @@ TEST(StartupSearch, TheFirstPlaceFoundWinsAndEveryPlaceIsTested) {
     l.platform.directoriesWithFiles = {"d:\\quake2\\kestrand\\", "f:\\quake2\\kestrand\\"};
     l.platform.directories = {"c:\\quake2\\kestrand\\", "d:\\QUAKE2\\KESTRAND", "C:\\"};
     l.platform.driveCurrent["d:"] = "d:\\QUAKE2\\KESTRAND";
-    l.program.state.FileExists = -1;
 
-    LoadMainForm(l.program);
-    EXPECT_EQ(l.program.frmMain.check("ipCheck").state(), 1);
+    loadMainForm(l.program);
+    EXPECT_EQ(l.check("ipCheck").state(), 1);
     EXPECT_EQ(l.where(), "d: | d:\\QUAKE2\\KESTRAND | d:\\QUAKE2 | KESTRAND");
-    EXPECT_EQ(l.program.state.FileExists, 0); // the result of drive c
     EXPECT_EQ(tested(l), (std::vector<std::string>{"c:\\quake2\\kestrand\\", "d:\\quake2\\kestrand\\",
                                                    "e:\\quake2\\kestrand\\", "f:\\quake2\\kestrand\\"}));
     EXPECT_TRUE(l.platform.messages.empty());
@@ -84,7 +82,7 @@ TEST(StartupSearch, NothingFoundShowsTheMessageOnceAndLeavesTheSelectorsOnTheRoo
         l.platform.driveCurrent["C:"] = "C:\\";
         l.platform.driveCurrent["/"] = "/work";
 
-        LoadMainForm(l.program);
+        loadMainForm(l.program);
         EXPECT_EQ(l.shown(), std::vector<std::string>{kNoDirectoryMessage});
         EXPECT_EQ(l.platform.messages.at(0).icon, MessageIcon::None);
         EXPECT_EQ(l.where(), style == PathStyle::Windows ? "C: | C:\\ | C:\\ | C:\\" : "/ | / | / | /");
@@ -96,11 +94,10 @@ TEST(StartupSearch, ASelectorAlreadyOnTheFoundDirectoryRunsNoSplit) {
     l.platform.directoriesWithFiles = {"c:\\quake2\\kestrand\\"};
     l.platform.directories = {"C:\\QUAKE2\\KESTRAND"};
     l.platform.driveCurrent["C:"] = "C:\\QUAKE2\\KESTRAND";
-    SelectDrive(l.program, "C:");
+    selectDrive(l.program, "C:");
     l.main("QDIR").setText("E:\\FROMFILE");
 
-    LoadMainForm(l.program);
-    EXPECT_EQ(l.program.state.FileExists, -1);
+    loadMainForm(l.program);
     EXPECT_EQ(l.where(), "C: | C:\\QUAKE2\\KESTRAND | E:\\FROMFILE | KESTRAND");
 }
 
@@ -110,7 +107,7 @@ TEST(StartupSearch, LinuxTestsItsFourPlacesInOrderAndTheHomeOneCanWin) {
     l.platform.directoriesWithFiles = {"/home/op/.yq2/kestrand/"};
     l.platform.directories = {"/", "/home/op/.yq2/kestrand"};
 
-    LoadMainForm(l.program);
+    loadMainForm(l.program);
     EXPECT_EQ(tested(l),
               (std::vector<std::string>{"/usr/local/games/quake2/kestrand/", "/usr/share/games/quake2/kestrand/",
                                         "/opt/quake2/kestrand/", "/home/op/.yq2/kestrand/"}));

@@ -39,7 +39,7 @@ public:
     std::vector<std::string> processes;
     std::vector<std::string> links;
     std::vector<std::string> directoryChanges;
-    int quitCalls = 0;
+    int endCalls = 0;
 
     std::string programPath() override { return record("programPath"), program; }
     std::uint32_t soundDeviceCount() override { return record("soundDeviceCount"), soundDevices; }
@@ -86,7 +86,7 @@ public:
         return it == driveCurrent.end() ? drive : it->second;
     }
     std::string homeDirectory() override { return home; }
-    void quit() override { record("quit"), ++quitCalls; }
+    void endProgram() override { record("endProgram"), ++endCalls; }
 
     // The answer a box gives when the test did not script one.
     static MessageAnswer firstButton(MessageButtons buttons) {

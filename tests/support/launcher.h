@@ -2,36 +2,49 @@
 
 #include "config/file_commands.h"
 #include "frame/program.h"
-#include "frame/startup.h"
+#include "session/startup.h"
 #include "support/fake_platform.h"
 #include "support/temp_dir.h"
 
-#include <gtest/gtest.h>
-
 #include <map>
+#include <stdexcept>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace ks::test {
 
 // A launcher on the scripted platform with every handler connected and a directory for its files. With `load`
-// it stands after its start, the start-up search and its message forgotten.
+// it stands after its start, the start-up search and its message forgotten. The tests name controls as the
+// windows do, by their names on their forms.
 struct Launcher {
     FakePlatform platform;
     Program program;
     TempDir dir;
 
     explicit Launcher(PathStyle style = PathStyle::Linux, bool load = true) : program(platform, style) {
-        ConnectHandlers(program);
+        connectHandlers(program);
         if (!load) return;
-        LoadMainForm(program);
+        loadMainForm(program);
         platform.calls.clear();
         platform.messages.clear();
     }
-    Field& main(std::string_view name) { return program.frmMain.field(name); }
-    Field& flags(std::string_view name) { return program.Form1.field(name); }
-    Field& weapons(std::string_view name) { return program.Form2.field(name); }
-    CheckBox& check(std::string_view name) { return program.Form1.check(name); }
+    Launcher(const Launcher&) = delete;
+    Launcher& operator=(const Launcher&) = delete;
+
+    Field& main(std::string_view name) const { return fieldOn(FormId::Main, name); }
+    Field& flags(std::string_view name) const { return fieldOn(FormId::Flags, name); }
+    Field& weapons(std::string_view name) const { return fieldOn(FormId::Weapons, name); }
+    // A check box of the flags dialog, or "ipCheck" of the main form.
+    CheckBox& check(std::string_view name) const {
+        const FormId form = name == "ipCheck" ? FormId::Main : FormId::Flags;
+        if (CheckBox* box = program.form(form).findCheck(name)) return *box;
+        throw std::out_of_range("no check box " + std::string(name));
+    }
+    Field& fieldOn(FormId form, std::string_view name) const {
+        if (Field* field = program.form(form).findField(name)) return *field;
+        throw std::out_of_range(program.form(form).name() + " has no field " + std::string(name));
+    }
 
     // The messages shown so far, each as "TITLE|TEXT".
     std::vector<std::string> shown() const {
@@ -49,8 +62,8 @@ struct Launcher {
     }
     // Where the selectors and the two directory fields stand: "Drive2 | Dir2 | QDIR | FGD".
     std::string where() {
-        return program.Drive2.text() + " | " + program.Dir2.text() + " | " + main("QDIR").text() + " | " +
-               main("FGD").text();
+        return program.driveSelector().text() + " | " + program.directorySelector().text() + " | " +
+               main("QDIR").text() + " | " + main("FGD").text();
     }
 
     // A file in the directory that the platform knows as a plain file.
@@ -63,17 +76,18 @@ struct Launcher {
     // File, Open with the operator choosing the path.
     void open(const std::string& path) {
         platform.dialogAnswers.push_back(path);
-        mnuFileOpen_Click(program);
+        chooseAndOpenConfig(program);
     }
     // Every text and check box state of the three forms, as "form.name".
     using Snapshot = std::map<std::string, std::string>;
     Snapshot snapshot() const {
         Snapshot all;
-        for (const Form* form : {&program.frmMain, &program.Form1, &program.Form2}) {
-            for (const auto& field : form->fields())
-                all[form->name() + "." + field->name()] = field->text();
-            for (const auto& box : form->checkBoxes())
-                all[form->name() + "." + box->name()] = std::to_string(box->state());
+        for (const FormId id : {FormId::Main, FormId::Flags, FormId::Weapons}) {
+            const Form& form = program.form(id);
+            for (const auto& field : form.fields())
+                all[form.name() + "." + field->name()] = field->text();
+            for (const auto& box : form.checkBoxes())
+                all[form.name() + "." + box->name()] = std::to_string(box->state());
         }
         return all;
     }
@@ -87,8 +101,6 @@ struct Launcher {
         return changed;
     }
 };
-
-struct LauncherTest : ::testing::Test, Launcher {};
 
 inline const std::string kFileWarning = "Kestrand Launcher File Warning|";
 inline const std::string kForeignWarning = kFileWarning + "This Configuration file was not created\r"

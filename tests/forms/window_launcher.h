@@ -3,9 +3,7 @@
 #include "forms/main_window.h"
 #include "forms/qt_platform.h"
 #include "forms/row_tabs.h"
-#include "frame/program.h"
-#include "frame/startup.h"
-#include "support/fake_platform.h"
+#include "support/launcher.h"
 
 #include <QApplication>
 #include <QGroupBox>
@@ -21,18 +19,16 @@
 
 namespace ks::test {
 
-// The launcher as it stands after its start: the core with every handler, the main window shown.
-struct Launcher {
-    FakePlatform platform;
-    Program program{platform, PathStyle::Linux};
+// The launcher of the core tests with its main window built and shown, as it stands after its start.
+struct WindowLauncher : Launcher {
     std::unique_ptr<MainWindow> window;
 
     // `prepare` sets up the platform before the window is built.
-    explicit Launcher(const std::function<void(FakePlatform&)>& prepare = {}) {
+    explicit WindowLauncher(const std::function<void(FakePlatform&)>& prepare = {})
+        : Launcher(PathStyle::Linux, false) {
         if (prepare) prepare(platform);
-        ConnectHandlers(program);
         window = std::make_unique<MainWindow>(program);
-        LoadMainForm(program);
+        loadMainForm(program);
         // Forget the start-up search and its message: the tests look at what came after.
         platform.messages.clear();
         window->show();
@@ -79,15 +75,19 @@ inline void whenModal(std::function<void(QWidget*)> step) {
     });
 }
 
-// The test classes of this program register themselves; main runs them all.
-inline std::vector<std::function<QObject*()>>& testClasses() {
-    static std::vector<std::function<QObject*()>> classes;
+// The test classes of this program register themselves by name; main runs one of them or all.
+struct TestClass {
+    const char* name;
+    std::function<QObject*()> make;
+};
+inline std::vector<TestClass>& testClasses() {
+    static std::vector<TestClass> classes;
     return classes;
 }
 
 template <class T> struct RegisterTest {
-    RegisterTest() {
-        testClasses().push_back([] { return new T; });
+    explicit RegisterTest(const char* name) {
+        testClasses().push_back({name, [] { return new T; }});
     }
 };
 

@@ -1,4 +1,4 @@
-#include "rules/field_value.h"
+#include "rules/numbers.h"
 
 #include <gtest/gtest.h>
 
@@ -35,8 +35,8 @@ const Reading kReadings[] = {
 
 TEST(FieldValue, ReadsTheLeadingNumberAndNeverFails) {
     for (const Reading& row : kReadings)
-        EXPECT_EQ(FieldValue(row.text), row.value) << '"' << row.text << '"';
-    EXPECT_FALSE(std::signbit(FieldValue("-0")));
+        EXPECT_EQ(fieldValue(row.text), row.value) << '"' << row.text << '"';
+    EXPECT_FALSE(std::signbit(fieldValue("-0")));
 }
 
 TEST(PlainDecimal, HasNoExponentNoTrailingZeroAndReadsBackExactly) {
@@ -44,11 +44,11 @@ TEST(PlainDecimal, HasNoExponentNoTrailingZeroAndReadsBackExactly) {
         {-0.0, "0"},     {8.5, "8.5"},         {1e20, "100000000000000000000"}, {1.5e-7, "0.00000015"},
         {-kInf, "-inf"}, {std::nan(""), "nan"}};
     for (const auto& [value, text] : rows)
-        EXPECT_EQ(PlainDecimal(value), text);
+        EXPECT_EQ(plainDecimal(value), text);
     for (const double value :
          {0.1 + 0.2, -1.0 / 3, std::numeric_limits<double>::max(), std::numeric_limits<double>::denorm_min()}) {
-        const std::string text = PlainDecimal(value);
+        const std::string text = plainDecimal(value);
         EXPECT_EQ(text.find_first_of("eE"), std::string::npos) << text;
-        EXPECT_EQ(FieldValue(text), value) << text;
+        EXPECT_EQ(fieldValue(text), value) << text;
     }
 }

@@ -1,0 +1,19 @@
+#pragma once
+
+#include "frame/path_style.h"
+
+#include <string>
+#include <string_view>
+
+namespace ks {
+
+class Program;
+
+// Opens a companion file in the plain text editor, from the Quake II directory. Without a configuration file
+// in hand, or when the file is missing or hidden, the operator is told and nothing starts.
+void openCompanionFile(Program& program, std::string_view fileName);
+
+// The command line that opens a file in the plain text editor.
+std::string textEditorCommand(PathStyle style, const std::string& target);
+
+} // namespace ks
