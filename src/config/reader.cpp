@@ -99,6 +99,10 @@ RecordWords cutRecord(std::string_view rec, PathStyle style) {
     if (cut[3] > 0) words[3] = positions(rec, cut[2] + 1, cut[3] - 1);
     for (std::string_view& word : words)
         word = trimBlanksBehind(word);
+    if (cut[2] > 0 && cut[2] < rec.size()) {
+        const std::string_view behind = rec.substr(cut[2]);
+        result.fourthToComment = trimBlanksBehind(behind.substr(0, behind.find("//")));
+    }
     return result;
 }
 
@@ -112,7 +116,11 @@ void applyRecord(Program& program, const RecordWords& record) {
         return;
     }
     if (words[1] != kSetWord) return;
-    if (const ReadKey* key = findThirdWordKey(words[2])) apply(program, *key, words[3]);
+    const ReadKey* key = findThirdWordKey(words[2]);
+    if (!key) return;
+    // On Linux a Quake II directory may hold blanks, and its line carries the whole path back.
+    const bool wholePath = key->action == ReadAction::QuakeDirectory && program.pathStyle() == PathStyle::Linux;
+    apply(program, *key, wholePath ? record.fourthToComment : words[3]);
 }
 
 bool flagValueTurnsOn(std::string_view value) {
