@@ -87,7 +87,7 @@ void MainWindow::buildControls() {
     white.setColor(QPalette::WindowText, Qt::white);
     label1->setPalette(white);
 
-    auto* file = new FieldEdit(program_.field(id::FFile), canvas);
+    auto* file = new FieldEdit(program_.field(id::FFile), canvas, FieldEdit::Holds::Path);
     file->setGeometry(twipRect(2760, 240, 3132, 300));
     label1->setBuddy(file);
 

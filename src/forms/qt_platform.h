@@ -49,4 +49,12 @@ private:
 QString toQt(const std::string& bytes);
 std::string fromQt(const QString& text);
 
+// Paths cross between the windows and the core in the file system's encoding.
+QString pathToQt(const std::string& path);
+std::string pathFromQt(const QString& path);
+
+// Text for the operator's eyes that may hold a path as well as typed bytes: read as UTF-8 when it is valid
+// UTF-8, else as Latin-1.
+QString displayText(const std::string& bytes);
+
 } // namespace ks
