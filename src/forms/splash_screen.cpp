@@ -23,7 +23,7 @@ namespace ks {
 
 namespace {
 
-// The screen's size and all places on it are in twips, 1/1440 inch, turned into pixels by the screen's
+// The window's size and every place on it are in twips, 1/1440 inch, turned into pixels by the display's
 // own resolution; the fonts are in points and follow the same resolution, so the two keep their proportion.
 constexpr int kClientWidth = 8520;
 constexpr int kClientHeight = 6420;
@@ -61,8 +61,8 @@ QFont creditFont(double pointSize, bool underline) {
 
 // Where the lines of a label's text stand, wrapped at word boundaries as the label wraps them, in the
 // coordinates of the label: from the top of the capitals to the bottom of the descenders.
-std::vector<QRectF> textLines(const QString& text, const QFont& font, const QLabel* label) {
-    QTextLayout layout(text, font, const_cast<QLabel*>(label));
+std::vector<QRectF> textLines(const QString& text, const QFont& font, QLabel* label) {
+    QTextLayout layout(text, font, label);
     QTextOption option(label->alignment() & Qt::AlignHorizontal_Mask);
     option.setWrapMode(QTextOption::WordWrap);
     layout.setTextOption(option);
