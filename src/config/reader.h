@@ -43,16 +43,19 @@ bool flagValueTurnsOn(std::string_view value);
 
 // Goes through the file at `path` and puts what it recognises into the fields. `read` is false when the file
 // could not be read up to its first record; otherwise `markerFound` tells whether the marker line was seen.
-// A read that fails later ends the input quietly.
+// A read that fails later ends the input quietly. `reason` says why reading stopped early ("it is not a
+// regular file", "out of memory", the system's words), and is empty when the file was read to its end.
 struct ReadResult {
     bool read = false;
     bool markerFound = false;
+    std::string reason;
+    explicit operator bool() const { return read; }
 };
 ReadResult readConfig(Program& program, const std::string& path);
 
 // The Open command behind its dialog: FFile takes the path, the file is read, the first tab comes up and
 // the warning for a file the launcher did not write follows. A file that cannot be read says so, and FFile
-// goes back to "NONE" on yellow. Gives false in that case.
-bool openConfigFile(Program& program, const std::string& path);
+// goes back to "NONE" on yellow. Gives what the reading came to; it converts to false in that case.
+ReadResult openConfigFile(Program& program, const std::string& path);
 
 } // namespace ks

@@ -1,5 +1,7 @@
 #include "forms/qt_platform.h"
 
+#include "server/process.h"
+
 #include <QApplication>
 #include <QAudioDevice>
 #include <QCoreApplication>
@@ -168,20 +170,20 @@ OperationResult QtPlatform::changeDirectory(const std::string& path) {
 
 std::string QtPlatform::currentDirectory() { return pathFromQt(QDir::toNativeSeparators(QDir::currentPath())); }
 
-OperationResult QtPlatform::startProcess(const std::string& commandLine) {
-    QStringList words = toQt(commandLine).split(QLatin1Char(' '), Qt::SkipEmptyParts);
+OperationResult QtPlatform::startProcess(const ProgramStart& start) {
+#ifdef _WIN32
+    // Windows hands the one command line on, as it always did.
+    QStringList words = toQt(start.commandLine).split(QLatin1Char(' '), Qt::SkipEmptyParts);
     if (words.isEmpty()) return OperationResult::failure("the command line is empty");
-    const QString program = words.takeFirst();
     QProcess process;
-    process.setProgram(program);
+    process.setProgram(words.takeFirst());
     process.setArguments(words);
     process.setWorkingDirectory(QDir::currentPath());
-    qint64 pid = 0;
-    if (!process.startDetached(&pid)) {
-        const QString reason = process.errorString();
-        return OperationResult::failure(fromQt(reason.isEmpty() ? QStringLiteral("it could not be started") : reason));
-    }
+    if (!process.startDetached()) return OperationResult::failure(fromQt(process.errorString()));
     return OperationResult::success();
+#else
+    return startDetached(start.program, start.arguments, "", {start.logFile}).outcome();
+#endif
 }
 
 OperationResult QtPlatform::openLink(const std::string& target) {

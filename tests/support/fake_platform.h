@@ -71,8 +71,10 @@ public:
         return OperationResult::success();
     }
     std::string currentDirectory() override { return cwd; }
-    OperationResult startProcess(const std::string& commandLine) override {
-        record("startProcess " + commandLine, processes, commandLine);
+    std::vector<ProgramStart> starts;
+    OperationResult startProcess(const ProgramStart& start) override {
+        record("startProcess " + start.commandLine, processes, start.commandLine);
+        starts.push_back(start);
         return failStartProcess ? OperationResult::failure("No such file or directory") : OperationResult::success();
     }
     OperationResult openLink(const std::string& target) override {
