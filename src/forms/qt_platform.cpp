@@ -19,8 +19,6 @@
 #include <QStringDecoder>
 #include <QUrl>
 
-#include <cstdlib>
-
 namespace ks {
 
 QString toQt(const std::string& bytes) { return QString::fromLatin1(bytes.data(), qsizetype(bytes.size())); }
@@ -115,25 +113,13 @@ MessageAnswer QtPlatform::messageBox(const MessageBoxRequest& request) {
 }
 
 QString QtPlatform::qtFilter(const std::string& filter) {
+    // "Quake Configuration Files (*.CFG)|*.CFG": the line as it reads, which names its pattern itself.
     const QString text = toQt(filter);
     const qsizetype bar = text.indexOf(QLatin1Char('|'));
     if (bar < 0) return text;
-    QString description = text.left(bar);
-    QString pattern = text.mid(bar + 1);
-#ifndef _WIN32
-    // Match the extension in any case: *.CFG becomes *.[cC][fF][gG].
-    QString anyCase;
-    for (QChar c : pattern) {
-        if (c.isLetter())
-            anyCase += QLatin1Char('[') + c.toLower() + c.toUpper() + QLatin1Char(']');
-        else
-            anyCase += c;
-    }
-    pattern = anyCase;
-#endif
-    const qsizetype paren = description.indexOf(QLatin1Char('('));
-    if (paren >= 0) description = description.left(paren).trimmed();
-    return description + QStringLiteral(" (") + pattern + QLatin1Char(')');
+    const QString description = text.left(bar);
+    if (description.contains(QLatin1Char('('))) return description;
+    return description + QStringLiteral(" (") + text.mid(bar + 1) + QLatin1Char(')');
 }
 
 std::optional<std::string> QtPlatform::fileDialog(const FileDialogRequest& request) {
@@ -143,6 +129,10 @@ std::optional<std::string> QtPlatform::fileDialog(const FileDialogRequest& reque
     dialog.setFileMode(QFileDialog::AnyFile);
     // The commands ask their own question before a file is replaced.
     dialog.setOption(QFileDialog::DontConfirmOverwrite, true);
+    // The launcher's own dialog on every desktop: its patterns match a name in any case, server.cfg and
+    // SERVER.CFG alike, where a desktop's native dialog would tell the cases apart.
+    dialog.setOption(QFileDialog::DontUseNativeDialog, true);
+    dialog.setFilter(dialog.filter() & ~QDir::CaseSensitive);
     if (!request.fileName.empty()) dialog.selectFile(pathToQt(request.fileName));
     if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return std::nullopt;
     return pathFromQt(QDir::toNativeSeparators(dialog.selectedFiles().constFirst()));
@@ -238,6 +228,11 @@ std::string QtPlatform::driveCurrentDirectory(const std::string& drive) {
 
 std::string QtPlatform::homeDirectory() { return pathFromQt(QDir::homePath()); }
 
-void QtPlatform::endProgram() { std::exit(0); }
+void QtPlatform::endProgram() {
+    if (end_)
+        end_();
+    else
+        QCoreApplication::exit(0);
+}
 
 } // namespace ks

@@ -4,6 +4,8 @@
 
 #include <QPointer>
 
+#include <functional>
+
 class QWidget;
 class QSoundEffect;
 
@@ -17,6 +19,8 @@ public:
 
     // Message boxes and dialogs are centred on this window.
     void setDialogParent(QWidget* parent) { parent_ = parent; }
+    // What ending the program does: the main window's farewell. Without it the event loop just ends.
+    void setProgramEnd(std::function<void()> end) { end_ = std::move(end); }
 
     std::string programPath() override;
     std::uint32_t soundDeviceCount() override;
@@ -37,12 +41,13 @@ public:
     std::string homeDirectory() override;
     void endProgram() override;
 
-    // "Description (*.EXT)|*.EXT" in Qt's form; on Linux the pattern matches any case.
+    // "Description (*.EXT)|*.EXT" in Qt's form.
     static QString qtFilter(const std::string& filter);
 
 private:
     QPointer<QWidget> parent_;
     QSoundEffect* sound_ = nullptr;
+    std::function<void()> end_;
 };
 
 // File texts are bytes; the widgets show them as Latin-1 so that every byte comes back unchanged.

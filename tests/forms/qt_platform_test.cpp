@@ -5,6 +5,7 @@
 #include "support/temp_dir.h"
 
 #include <QFileDialog>
+#include <QFileSystemModel>
 #include <QMessageBox>
 #include <QPushButton>
 
@@ -80,6 +81,38 @@ private slots:
             QCOMPARE(shown.text(), file);
         }
         QVERIFY(QDir::setCurrent(QDir::rootPath()));
+    }
+
+    // The file-type lines read as the launcher names them and match a name in either case.
+    void theFileTypeLinesReadAsNamedAndMatchEitherCase() {
+        TempDir temp;
+        for (const char* name : {"server.cfg", "SERVER.CFG", "notes.txt"})
+            writeBytes(temp.file(name), "");
+        QtPlatform platform;
+        for (const auto& [kind, line] : {std::pair{FileDialogKind::Open, "Quake Configuration Files (*.CFG)"},
+                                         {FileDialogKind::Save, "All Files (*.CFG)"}}) {
+            QStringList shown;
+            QStringList filters;
+            whenModal([&](QWidget* modal) {
+                auto* dialog = qobject_cast<QFileDialog*>(modal);
+                QVERIFY(dialog);
+                filters = dialog->nameFilters();
+                auto* model = dialog->findChild<QFileSystemModel*>();
+                const QModelIndex folder = model->index(QString::fromStdString(temp.path().string()));
+                QTRY_COMPARE(model->rowCount(folder), 2);
+                for (int row = 0; row < model->rowCount(folder); ++row)
+                    shown << model->fileName(model->index(row, 0, folder));
+                dialog->reject();
+            });
+            FileDialogRequest request;
+            request.kind = kind;
+            request.initialDirectory = temp.path().string();
+            request.filter = std::string(line) + "|*.CFG";
+            QVERIFY(!platform.fileDialog(request));
+            QCOMPARE(filters, QStringList{QString::fromLatin1(line)});
+            shown.sort();
+            QCOMPARE(shown, (QStringList{QStringLiteral("SERVER.CFG"), QStringLiteral("server.cfg")}));
+        }
     }
 
     // A name typed into the Open dialog that matches no file gets the launcher's own message.
