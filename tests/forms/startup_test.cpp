@@ -104,6 +104,24 @@ private slots:
                  (std::vector<std::string>{"/opt/kslaunch/rail.wav", "/opt/kslaunch/button.wav"}));
     }
 
+    // Closing the window starts the farewell; a second close request during the show changes nothing.
+    void closingRunsTheFarewellOnceWhateverElseArrives() {
+        WindowLauncher launcher;
+        launcher.platform.onEnd = [&] { launcher.window->leaveProgram(); };
+        launcher.platform.sounds.clear();
+        // During the show the operator closes the window again, then leaves by File, Exit without saving.
+        QTimer::singleShot(200, [&] { launcher.window->close(); });
+        QTimer::singleShot(300, [&] {
+            launcher.platform.messageAnswers.push_back(MessageAnswer::No);
+            exitLauncher(launcher.program);
+        });
+        launcher.window->close();
+        QCOMPARE(launcher.platform.endCalls, 2);
+        QCOMPARE(launcher.platform.sounds, std::vector<std::string>{kStartSound});
+        QVERIFY(launcher.window->frameGeometry().top() > launcher.window->screen()->geometry().bottom());
+        QVERIFY(launcher.platform.dialogs.empty());
+    }
+
     // The farewell folds the window, bounces it and drops it below the screen, with the start sound first.
     void theExitAnimationEndsWithTheWindowBelowTheScreen() {
         WindowLauncher launcher;

@@ -3,6 +3,7 @@
 #include "frame/platform.h"
 
 #include <deque>
+#include <functional>
 #include <map>
 #include <set>
 #include <string>
@@ -88,7 +89,11 @@ public:
         return it == driveCurrent.end() ? drive : it->second;
     }
     std::string homeDirectory() override { return home; }
-    void endProgram() override { record("endProgram"), ++endCalls; }
+    std::function<void()> onEnd; // what ending does besides being counted
+    void endProgram() override {
+        record("endProgram"), ++endCalls;
+        if (onEnd) onEnd();
+    }
 
     // The answer a box gives when the test did not script one.
     static MessageAnswer firstButton(MessageButtons buttons) {
