@@ -1,5 +1,6 @@
 #include "forms/look.h"
 
+#include <QFile>
 #include <QFontDatabase>
 #include <QPainter>
 #include <QPainterPath>
@@ -65,7 +66,14 @@ QPixmap drawIcon(int size) {
 } // namespace
 
 QIcon launcherIcon() {
+    // The icon of the desktop's menu, made from the one drawing at build time; drawn here when the build had no
+    // means to render it.
     QIcon icon;
+    for (const char* size : {"16", "32", "48"}) {
+        const QString file = QStringLiteral(":/icons/kslaunch-%1.png").arg(QLatin1String(size));
+        if (QFile::exists(file)) icon.addFile(file);
+    }
+    if (!icon.isNull()) return icon;
     icon.addPixmap(drawIcon(16));
     icon.addPixmap(drawIcon(32));
     return icon;

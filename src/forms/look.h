@@ -21,7 +21,7 @@ QColor toQColor(Colour colour);
 // The forms' own font: Tahoma when the machine has it, else the closest narrow sans serif it has.
 QFont launcherFont(double pointSize = 8.25, bool bold = false);
 
-// The window icon, drawn here at 16 and 32 pixels.
+// The window icon, in 16, 32 and 48 pixels.
 QIcon launcherIcon();
 
 } // namespace ks

@@ -19,9 +19,18 @@ std::string Program::programDirectory() const {
     return directoryPart(style_, path);
 }
 
-void Program::playCue(std::string_view fileName) const {
+std::string Program::companionFile(std::string_view fileName) const {
     const std::string directory = programDirectory();
-    if (platform_.soundDeviceCount() > 0) platform_.playSoundAsync(directory + std::string(fileName));
+    const std::string beside = directory + std::string(fileName);
+    if (style_ == PathStyle::Windows || directory.empty() || platform_.isPlainFile(beside)) return beside;
+    // The installation above the program's own directory: /usr/bin/ gives /usr/.
+    const std::string installation = directoryPart(style_, std::string_view(directory).substr(0, directory.size() - 1));
+    const std::string shared = installation + "share" + separator() + "kslaunch" + separator() + std::string(fileName);
+    return platform_.isPlainFile(shared) ? shared : beside;
+}
+
+void Program::playCue(std::string_view fileName) const {
+    if (platform_.soundDeviceCount() > 0) platform_.playSoundAsync(companionFile(fileName));
 }
 
 } // namespace ks

@@ -47,7 +47,12 @@ public:
 
     // The directory of the running program, with its trailing separator.
     std::string programDirectory() const;
-    // Plays a sound file that lies beside the program, when the machine has a sound device.
+    // Where a file that comes with the launcher lies (a sound cue, the help page): beside the program when it is
+    // there, as in the build tree and on Windows; else in "share/kslaunch" of the installation the program lies
+    // in ("/usr/bin/kslaunch" finds "/usr/share/kslaunch/ks.html"). When neither holds it, the place beside the
+    // program.
+    std::string companionFile(std::string_view fileName) const;
+    // Plays a sound cue that comes with the launcher, when the machine has a sound device.
     void playCue(std::string_view fileName) const;
 
 private:

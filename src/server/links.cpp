@@ -7,11 +7,10 @@
 namespace ks {
 
 void openHelp(Program& program) {
-    const std::string directory = program.programDirectory();
     if (program.pathStyle() == PathStyle::Windows)
-        program.platform().startProcess(programStart("winhlp32.exe", {directory + "ks.hlp"}));
+        program.platform().startProcess(programStart("winhlp32.exe", {program.companionFile("ks.hlp")}));
     else
-        program.platform().openLink(directory + "ks.html");
+        program.platform().openLink(program.companionFile("ks.html"));
 }
 
 void openDocsPage(Program& program) { program.platform().openLink(std::string(kDocsPage)); }
