@@ -1,11 +1,10 @@
 #include "cli/commands.h"
 
-#include "cli/console_platform.h"
+#include "cli/fresh_program.h"
+#include "config/atomic_file.h"
 #include "config/reader.h"
 #include "config/writer.h"
-#include "frame/program.h"
 #include "server/launch.h"
-#include "session/startup.h"
 
 #include <ostream>
 #include <span>
@@ -25,21 +24,9 @@ struct Command {
     int (*run)(Args args, std::ostream& out, std::ostream& err);
 };
 
-// A program as the launcher has it at start, without the search for the mod's directory: every field at
-// its default, IP empty.
-struct FreshProgram {
-    explicit FreshProgram(std::ostream& err, PathStyle style = nativePathStyle())
-        : platform(err), program(platform, style) {
-        connectHandlers(program);
-        program.check(id::ipCheck).setState(1);
-    }
-    ConsolePlatform platform;
-    Program program;
-};
-
-int writeTo(Program& program, const std::string& path, std::ostream& err) {
-    program.field(id::FFile).setText(path);
-    const OperationResult result = writeConfig(program);
+// Writes the file itself rather than through FFile: in kscfg a name is a name, and "NONE" a file like others.
+int writeTo(const Program& program, const std::string& path, std::ostream& err) {
+    const OperationResult result = replaceFileAtomically(path, renderConfig(program));
     if (!result.ok) {
         err << "kscfg: cannot write " << path << ": " << result.error << '\n';
         return 1;
@@ -48,8 +35,8 @@ int writeTo(Program& program, const std::string& path, std::ostream& err) {
 }
 
 int runNew(Args args, std::ostream&, std::ostream& err) {
-    if (args.size() != 1) {
-        err << "kscfg: new needs exactly one FILE (try kscfg --help)\n";
+    if (args.size() != 1 || args[0].empty()) {
+        err << "kscfg: new needs exactly one FILE, with a name (try kscfg --help)\n";
         return 2;
     }
     FreshProgram fresh(err);
@@ -72,8 +59,8 @@ int runConvert(Args args, std::ostream&, std::ostream& err) {
             inputs.push_back(args[i]);
         }
     }
-    if (inputs.empty() || !haveOutput) {
-        err << "kscfg: convert needs at least one IN and -o OUT (try kscfg --help)\n";
+    if (inputs.empty() || !haveOutput || output.empty()) {
+        err << "kscfg: convert needs at least one IN and -o OUT, with a name (try kscfg --help)\n";
         return 2;
     }
     // Each file is read over what the ones before it left, as repeated Opens in the launcher would.
