@@ -1,21 +1,20 @@
 #include "cli/commands.h"
 
 #include "cli/fresh_program.h"
+#include "cli/settings_commands.h"
 #include "config/atomic_file.h"
 #include "config/reader.h"
 #include "config/writer.h"
 #include "server/launch.h"
 
+#include <algorithm>
 #include <ostream>
-#include <span>
 #include <string_view>
 #include <vector>
 
 namespace ks::cli {
 
 namespace {
-
-using Args = std::span<const std::string>;
 
 struct Command {
     std::string_view name;
@@ -118,6 +117,9 @@ int runLaunch(Args args, std::ostream& out, std::ostream& err) {
 
 int runHelp(Args, std::ostream& out, std::ostream&);
 
+constexpr std::string_view kHelpIndent = "      ";
+constexpr std::size_t kHelpWidth = 100;
+
 constexpr Command kCommands[] = {
     {"new", "new FILE", "write the configuration of a freshly started launcher to FILE", runNew},
     {"convert", "convert IN... -o OUT",
@@ -127,6 +129,11 @@ constexpr Command kCommands[] = {
      "print the command line with which Run would start the server for CFG, read as Open reads it", runCommandLine},
     {"launch", "launch CFG",
      "read CFG as Open does, start the server from its Quake II directory and print the command line", runLaunch},
+    {"get", "get CFG [KEY...] [--json] [--quiet]",
+     "read CFG as Open does and print each KEY's value (KEY VALUE a line, the bare value for one KEY), all "
+     "settings in file order without KEY; --json gives one object",
+     runGet},
+    {"keys", "keys [--settable]", "list the keys of all settings (--settable: without the flag totals)", runKeys},
     {"--help", "--help", "show this help", runHelp},
 };
 
@@ -134,10 +141,21 @@ int runHelp(Args, std::ostream& out, std::ostream&) {
     out << "kscfg - the Kestrand Launcher's companion for the shell\n\n"
            "Usage:\n";
     for (const Command& command : kCommands) {
-        out << "  kscfg " << command.usage << '\n' << "      " << command.summary << '\n';
+        out << "  kscfg " << command.usage << '\n';
+        // The summary in lines of at most kHelpWidth characters.
+        std::string_view rest = command.summary;
+        while (!rest.empty()) {
+            std::size_t end = rest.size();
+            if (kHelpIndent.size() + end > kHelpWidth)
+                end = std::min(rest.rfind(' ', kHelpWidth - kHelpIndent.size()), rest.size());
+            out << kHelpIndent << rest.substr(0, end) << '\n';
+            rest = end == rest.size() ? std::string_view() : rest.substr(end + 1);
+        }
     }
     out << "\nFILE names a Quake II console script (.cfg) in the launcher's layout: CR LF line ends,\n"
-           "237 lines, or 238 with a server IP.\n";
+           "237 lines, or 238 with a server IP. KEY is a key as the file names it (kscfg keys lists them).\n"
+           "--quiet leaves out the warnings the launcher would show while reading.\n\n"
+           "Exit status: 0 done; 1 failed; 2 bad use or an unknown key.\n";
     return 0;
 }
 

@@ -87,7 +87,7 @@ TEST(Kscfg, BadUseOrAnUnreadableFileGivesOneLineAndAFailingStatus) {
 TEST(Kscfg, HelpListsEveryCommandAndFailsWhenItsOutputCannotBeWritten) {
     const Outcome help = kscfg("--help");
     EXPECT_EQ(help.status, 0);
-    for (const char* command : {"new", "convert", "command", "launch"})
+    for (const char* command : {"new", "convert", "command", "launch", "get", "keys"})
         EXPECT_NE(help.output.find(std::string("\n  kscfg ") + command + " "), std::string::npos) << command;
 
     const Outcome full = kscfg("--help", "/", "2>&1 >/dev/full");
@@ -106,6 +106,7 @@ TEST(Kscfg, NONEIsAFileNameLikeAnyOther) {
         kscfg("convert " + quoted(std::string(KS_TEST_DATA) + "/default.cfg") + " -o NONE", dir.path().string()).status,
         0);
     EXPECT_EQ(test::readBytes(dir.file("NONE")), golden);
+    EXPECT_EQ(kscfg("get NONE fraglimit", dir.path().string()).output, "25\n");
 
     // An empty name names no file.
     EXPECT_EQ(kscfg("new ''", dir.path().string()).status, 2);
