@@ -2,10 +2,19 @@
 
 #include "cli/fresh_program.h"
 #include "cli/text_output.h"
+#include "config/atomic_file.h"
+#include "config/config_check.h"
 #include "config/reader.h"
 #include "config/setting_keys.h"
+#include "config/writer.h"
+#include "session/settings_by_key.h"
 
 #include <algorithm>
+#include <cerrno>
+#include <cstring>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
 #include <optional>
 #include <ostream>
 #include <string_view>
@@ -15,8 +24,9 @@ namespace ks::cli {
 
 namespace {
 
-// The exit status of bad use.
+// Exit statuses beside 0 and 1.
 constexpr int kUsage = 2;
+constexpr int kRefused = 3;
 
 // The words of a command: the options it allows and, in order, the rest. "--" ends the options.
 struct Words {
@@ -69,6 +79,41 @@ bool openQuietly(FreshProgram& fresh, const std::string& file, bool quiet, std::
     return false;
 }
 
+// The bytes of a plain file, or nothing after one line that says why.
+std::optional<std::string> readPlainFile(const std::string& path, std::ostream& err) {
+    std::error_code ec;
+    if (!std::filesystem::is_regular_file(path, ec)) {
+        err << "kscfg: cannot read " << path << ": " << (ec ? ec.message() : "not a plain file") << '\n';
+        return std::nullopt;
+    }
+    std::ifstream in(path, std::ios::binary);
+    std::string bytes{std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
+    if (!in.good() && !in.eof()) {
+        err << "kscfg: cannot read " << path << ": " << std::strerror(errno) << '\n';
+        return std::nullopt;
+    }
+    return bytes;
+}
+
+std::vector<Finding> findingsIn(std::string_view bytes, std::ostream& err) {
+    FreshProgram fresh(err, nativePathStyle(), true);
+    return checkConfig(fresh.program, bytes);
+}
+
+void warn(const std::string& file, const Finding& finding, std::ostream& err) {
+    err << "warning: " << file << ':' << finding.line << ": " << finding.message << '\n';
+}
+
+struct Assignment {
+    const SettingKey* setting;
+    std::string value;
+};
+
+bool assigns(const std::vector<Assignment>& assignments, std::string_view key) {
+    return std::any_of(assignments.begin(), assignments.end(),
+                       [key](const Assignment& a) { return a.setting->key == key; });
+}
+
 } // namespace
 
 int runGet(Args args, std::ostream& out, std::ostream& err) {
@@ -104,6 +149,61 @@ int runGet(Args args, std::ostream& out, std::ostream& err) {
         for (const SettingKey* setting : asked)
             out << setting->key << ' ' << valueOf(setting) << '\n';
     }
+    return 0;
+}
+
+int runSet(Args args, std::ostream& out, std::ostream& err) {
+    const std::optional<Words> words = splitWords("set", args, {"--dry-run", "--quiet"}, err);
+    if (!words) return kUsage;
+    if (words->plain.size() < 2) return usage("set needs a CFG and at least one KEY=VALUE", err);
+    std::vector<Assignment> assignments;
+    for (std::size_t i = 1; i < words->plain.size(); ++i) {
+        const std::string& word = words->plain[i];
+        const std::size_t equals = word.find('=');
+        if (equals == std::string::npos || equals == 0) return usage("set takes KEY=VALUE, not " + word, err);
+        const SettingKey* setting = settingNamed(std::string_view(word).substr(0, equals), err);
+        if (!setting) return kUsage;
+        assignments.push_back({setting, word.substr(equals + 1)});
+    }
+
+    const std::string& file = words->plain[0];
+    const bool quiet = words->has("--quiet");
+    FreshProgram fresh(err, nativePathStyle(), quiet);
+    if (!openQuietly(fresh, file, quiet, err)) return 1;
+    const std::optional<std::string> before = readPlainFile(file, err);
+    if (!before) return 1;
+    // Each line that the read passes over or takes otherwise than it is written is lost with the write.
+    if (!quiet)
+        for (const Finding& finding : findingsIn(*before, err))
+            if (!assigns(assignments, finding.key)) warn(file, finding, err);
+
+    fresh.platform.setQuiet(true);
+    for (const Assignment& assignment : assignments) {
+        const AssignResult result = assignSetting(fresh.program, *assignment.setting, assignment.value);
+        if (result.outcome == AssignOutcome::Refused) {
+            err << "kscfg: " << result.title << ": " << result.text << '\n';
+            return kRefused;
+        }
+        if (result.outcome == AssignOutcome::NotSettable) {
+            err << "kscfg: " << result.text << '\n';
+            return kUsage;
+        }
+    }
+
+    const std::string after = renderConfig(fresh.program);
+    if (words->has("--dry-run")) {
+        out << unifiedDiff(*before, after, file);
+    } else if (after != *before) {
+        const OperationResult written = replaceFileAtomically(file, after);
+        if (!written.ok) {
+            err << "kscfg: cannot write " << file << ": " << written.error << '\n';
+            return 1;
+        }
+    }
+    // A value that will not come back as it was given when the file is read again.
+    if (!quiet)
+        for (const Finding& finding : findingsIn(after, err))
+            if (assigns(assignments, finding.key)) warn(file, finding, err);
     return 0;
 }
 

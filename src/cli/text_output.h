@@ -9,4 +9,9 @@ namespace ks::cli {
 // taken as the Latin-1 character it shows as in the windows, written \u00XX, so the result is plain ASCII.
 std::string jsonString(std::string_view bytes);
 
+// The lines that differ between two files, as a unified diff without context: a "---" and a "+++" line
+// naming them, then for each run of changed lines its "@@ -LINE,COUNT +LINE,COUNT @@" and the old lines
+// with "-", the new ones with "+". Lines are compared without their line ends. Empty when nothing differs.
+std::string unifiedDiff(std::string_view before, std::string_view after, std::string_view name);
+
 } // namespace ks::cli

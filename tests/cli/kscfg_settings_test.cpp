@@ -4,12 +4,136 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <set>
 #include <sstream>
 
 using namespace ks;
 using test::kscfg;
 using test::Outcome;
 using test::quoted;
+
+namespace {
+
+// A directory holding server.cfg as `kscfg new` writes it; kscfg runs from there, so messages name the file
+// as "server.cfg".
+struct ServerDir : test::TempDir {
+    ServerDir() { EXPECT_EQ(run("new server.cfg").status, 0); }
+    Outcome run(const std::string& arguments) const { return kscfg(arguments, path().string()); }
+    std::string bytes() const { return test::readBytes(file("server.cfg")); }
+};
+
+const std::string kDownloadLost = "`allow_download` is written under this key but read back as `allow_downloads`: a "
+                                  "reload does not bring back `0` and keeps `1`\n";
+
+} // namespace
+
+TEST(KscfgSet, AValueOfEveryKindComesBackThroughGet) {
+    ServerDir dir;
+    EXPECT_EQ(dir.run("get server.cfg dmflags").output, "80\n");
+    const Outcome set = dir.run("set server.cfg 'hostname=My Server  ' map=q2dm8 deathmatch=0 IP=192.168.1.20 "
+                                "df_force_respawn=1 sshotgun_wait=5 qdir=/srv/q2 game_dir=kestrand team1model=male");
+    EXPECT_EQ(set.status, 0);
+    EXPECT_EQ(set.output, "");
+    const Outcome get =
+        dir.run("get server.cfg hostname map deathmatch IP df_force_respawn dmflags sshotgun_wait qdir game_dir "
+                "team1model");
+    EXPECT_EQ(get.status, 0);
+    EXPECT_EQ(get.output, "hostname \"My Server\"\n"
+                          "map q2dm8\n"
+                          "deathmatch 0\n"
+                          "IP 192.168.1.20\n"
+                          "df_force_respawn 1024\n"
+                          "dmflags 1104\n"
+                          "sshotgun_wait 5\n"
+                          "qdir /srv/q2\n"
+                          "game_dir kestrand\n"
+                          "team1model \"male\"\n");
+    const std::string written = dir.bytes();
+    EXPECT_EQ(std::count(written.begin(), written.end(), '\n'), 238);
+    EXPECT_NE(written.find("\r\n// set df_force_respawn 1024\r\n// set df_no_armor 0\r\n"), std::string::npos);
+    EXPECT_NE(written.find("\r\n\r\nset dmflags 1104\r\n"), std::string::npos);
+
+    // A flag goes off again, and an empty IP turns "Use Default" back on, which takes its line out.
+    ASSERT_EQ(dir.run("set server.cfg df_force_respawn=0 IP=").status, 0);
+    EXPECT_EQ(dir.run("get server.cfg dmflags IP").output, "dmflags 80\nIP \n");
+    const std::string rewritten = dir.bytes();
+    EXPECT_EQ(std::count(rewritten.begin(), rewritten.end(), '\n'), 237);
+}
+
+TEST(KscfgSet, ARefusedValueLeavesTheFileAsItWasAndEndsWithStatus3) {
+    ServerDir dir;
+    ASSERT_EQ(dir.run("set server.cfg hostname=Before").status, 0);
+    const std::string before = dir.bytes();
+    const std::pair<std::string, std::string> cases[] = {
+        {"fraglimit=40 deathmatch=5", "kscfg: DeathMatch, Off or On: Must be 0 or 1\n"},
+        {"hook_color=9", "kscfg: Laser Grapple ColorAllow, 1 - 8: Must be 0 - 8\n"},
+        {"damage_locate=2", "kscfg: Damage Location, Off or On: Must be 0 or 1\n"},
+        {"IP=10.0.0.256", "kscfg: IP Validator: 10.0.0.256 is Invalid\n"},
+        {"'IP= 10.0.0 '", "kscfg: IP Validator: 10.0.0 is Invalid\n"},
+        {"df_no_health=yes", "kscfg: df_no_health: takes 1 (on) or 0 (off)\n"},
+        {"\"hostname=$(printf 'two\\nlines')\"", "kscfg: hostname: a value cannot hold a line break\n"},
+    };
+    for (const auto& [assignments, message] : cases) {
+        const Outcome outcome = dir.run("set server.cfg " + assignments);
+        EXPECT_EQ(outcome.status, 3) << assignments;
+        EXPECT_EQ(outcome.output, message);
+        EXPECT_EQ(dir.bytes(), before) << assignments;
+    }
+}
+
+TEST(KscfgSet, AnUnknownKeyOrATotalIsBadUseWithAHint) {
+    ServerDir dir;
+    const std::string before = dir.bytes();
+    const std::pair<std::string, std::string> cases[] = {
+        {"set server.cfg fraglimt=30", "kscfg: unknown key fraglimt; did you mean fraglimit?\n"},
+        {"get server.cfg force_respawn", "kscfg: unknown key force_respawn; did you mean df_force_respawn?\n"},
+        {"set server.cfg xyz=1", "kscfg: unknown key xyz (kscfg keys lists the keys)\n"},
+        {"set server.cfg dmflags=1104",
+         "kscfg: dmflags adds up its flags (df_no_health ... df_ctf_no_tech) and follows them: set a flag to 1 or 0 "
+         "instead, as in df_no_health=1\n"},
+        {"set server.cfg fraglimit", "kscfg: set takes KEY=VALUE, not fraglimit (try kscfg --help)\n"},
+        {"set server.cfg fraglimit=1 --force", "kscfg: set has no option --force (try kscfg --help)\n"},
+    };
+    for (const auto& [arguments, message] : cases) {
+        const Outcome outcome = dir.run(arguments);
+        EXPECT_EQ(outcome.status, 2) << arguments;
+        EXPECT_EQ(outcome.output, message);
+    }
+    EXPECT_EQ(dir.bytes(), before);
+}
+
+TEST(KscfgSet, DryRunShowsTheChangedLinesWithTheirNumbersAndWritesNothing) {
+    ServerDir dir;
+    const std::string before = dir.bytes();
+    const Outcome outcome = dir.run("set --dry-run server.cfg fraglimit=40 IP=10.0.0.1 map=q2dm2");
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_EQ(outcome.output, "--- server.cfg\n"
+                              "+++ server.cfg\n"
+                              "@@ -1,0 +2 @@\n"
+                              "+// set IP 10.0.0.1 // Added by KS Launcher - Do NOT modify this section\n"
+                              "@@ -12 +13 @@\n"
+                              "-set fraglimit 25\n"
+                              "+set fraglimit 40\n"
+                              "@@ -237 +238 @@\n"
+                              "-map q2dm1\n"
+                              "+map q2dm2\n");
+    EXPECT_EQ(dir.bytes(), before);
+    EXPECT_EQ(dir.run("set --dry-run server.cfg fraglimit=25").output, "");
+}
+
+// The five settings read under other keys than they are written with: a set reads the file as Open does, so
+// what the file holds for them is lost, and both the set that writes such a value and the next one say so.
+TEST(KscfgSet, SaysWhatAReloadDoesNotBringBack) {
+    ServerDir dir;
+    Outcome outcome = dir.run("set server.cfg allow_download=0");
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_EQ(outcome.output, "warning: server.cfg:14: " + kDownloadLost);
+    outcome = dir.run("set server.cfg fraglimit=40");
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_EQ(outcome.output, "warning: server.cfg:14: " + kDownloadLost);
+    EXPECT_EQ(dir.run("get server.cfg allow_download").output, "1\n");
+    EXPECT_EQ(dir.run("set --quiet server.cfg allow_download=0").output, "");
+}
 
 // `get` without a key gives every setting in the order of a written file, the IP first even while it has no
 // line: the golden default file, line by line.
@@ -34,4 +158,13 @@ TEST(KscfgGet, WithoutAKeyGivesEverySettingInTheOrderOfTheFile) {
     EXPECT_EQ(std::count(settable.output.begin(), settable.output.end(), '\n'), 200);
     EXPECT_EQ(settable.output.find("\ndmflags\n"), std::string::npos);
     EXPECT_NE(keys.output.find("\ndmflags\n"), std::string::npos);
+}
+
+TEST(KscfgGet, JsonIsOneObjectWithEveryByteAboveAsciiEscaped) {
+    ServerDir dir;
+    ASSERT_EQ(dir.run("set server.cfg \"hostname=$(printf 'Caf\\351 \\\\o/')\" fraglimit=40").status, 0);
+    const Outcome outcome = dir.run("get --json server.cfg hostname fraglimit");
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_EQ(outcome.output, "{\n  \"hostname\": \"\\\"Caf\\u00e9 \\\\o/\\\"\",\n  \"fraglimit\": \"40\"\n}\n");
+    EXPECT_EQ(dir.run("get server.cfg hostname").output, "\"Caf\xe9 \\o/\"\n");
 }
