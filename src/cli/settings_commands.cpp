@@ -207,6 +207,28 @@ int runSet(Args args, std::ostream& out, std::ostream& err) {
     return 0;
 }
 
+int runCheck(Args args, std::ostream& out, std::ostream& err) {
+    const std::optional<Words> words = splitWords("check", args, {"--json"}, err);
+    if (!words) return kUsage;
+    if (words->plain.size() != 1) return usage("check needs exactly one CFG", err);
+    const std::string& file = words->plain[0];
+    const std::optional<std::string> bytes = readPlainFile(file, err);
+    if (!bytes) return kUsage;
+    const std::vector<Finding> findings = findingsIn(*bytes, err);
+    if (words->has("--json")) {
+        out << "[";
+        for (std::size_t i = 0; i < findings.size(); ++i)
+            out << (i == 0 ? "\n" : ",\n") << "  {\"line\": " << findings[i].line
+                << ", \"kind\": " << jsonString(findingKindName(findings[i].kind))
+                << ", \"message\": " << jsonString(findings[i].message) << "}";
+        out << (findings.empty() ? "]\n" : "\n]\n");
+    } else {
+        for (const Finding& finding : findings)
+            out << file << ':' << finding.line << ": " << finding.message << '\n';
+    }
+    return findings.empty() ? 0 : 1;
+}
+
 int runKeys(Args args, std::ostream& out, std::ostream& err) {
     const std::optional<Words> words = splitWords("keys", args, {"--settable"}, err);
     if (!words) return kUsage;

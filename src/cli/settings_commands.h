@@ -12,6 +12,7 @@ using Args = std::span<const std::string>;
 // name and gives the exit status.
 int runGet(Args args, std::ostream& out, std::ostream& err);
 int runSet(Args args, std::ostream& out, std::ostream& err);
+int runCheck(Args args, std::ostream& out, std::ostream& err);
 int runKeys(Args args, std::ostream& out, std::ostream& err);
 
 } // namespace ks::cli
