@@ -141,6 +141,8 @@ constexpr Command kCommands[] = {
      "tell for each line of CFG that the launcher's reader passes over or reads otherwise than it is written what "
      "happens and why, as CFG:LINE: TEXT; --json gives an array of {line, kind, message}",
      runCheck},
+    {"diff", "diff A B [--quiet]",
+     "print the settings that differ after reading A and B as Open does, as KEY A-VALUE B-VALUE", runDiff},
     {"keys", "keys [--settable]", "list the keys of all settings (--settable: without the flag totals)", runKeys},
     {"--help", "--help", "show this help", runHelp},
 };
@@ -163,8 +165,8 @@ int runHelp(Args, std::ostream& out, std::ostream&) {
     out << "\nFILE names a Quake II console script (.cfg) in the launcher's layout: CR LF line ends,\n"
            "237 lines, or 238 with a server IP. KEY is a key as the file names it (kscfg keys lists them).\n"
            "--quiet leaves out the warnings the launcher would show while reading.\n\n"
-           "Exit status: 0 done; 1 failed, or check found something;\n"
-           "2 bad use or an unknown key (check: also a file that cannot be read);\n"
+           "Exit status: 0 done; 1 failed, or check found something, or diff found differences;\n"
+           "2 bad use or an unknown key (check and diff: also a file that cannot be read);\n"
            "3 set: a rule refused a value, and nothing was written.\n";
     return 0;
 }

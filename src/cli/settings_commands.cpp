@@ -229,6 +229,24 @@ int runCheck(Args args, std::ostream& out, std::ostream& err) {
     return findings.empty() ? 0 : 1;
 }
 
+int runDiff(Args args, std::ostream& out, std::ostream& err) {
+    const std::optional<Words> words = splitWords("diff", args, {"--quiet"}, err);
+    if (!words) return kUsage;
+    if (words->plain.size() != 2) return usage("diff needs exactly two CFGs", err);
+    const bool quiet = words->has("--quiet");
+    FreshProgram a(err, nativePathStyle(), quiet), b(err, nativePathStyle(), quiet);
+    if (!openQuietly(a, words->plain[0], quiet, err) || !openQuietly(b, words->plain[1], quiet, err)) return kUsage;
+    bool differ = false;
+    for (const SettingKey& setting : settingKeys()) {
+        const std::string& first = a.program.field(setting.field).text();
+        const std::string& second = b.program.field(setting.field).text();
+        if (first == second) continue;
+        out << setting.key << ' ' << shellWord(first) << ' ' << shellWord(second) << '\n';
+        differ = true;
+    }
+    return differ ? 1 : 0;
+}
+
 int runKeys(Args args, std::ostream& out, std::ostream& err) {
     const std::optional<Words> words = splitWords("keys", args, {"--settable"}, err);
     if (!words) return kUsage;

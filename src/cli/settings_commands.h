@@ -13,6 +13,7 @@ using Args = std::span<const std::string>;
 int runGet(Args args, std::ostream& out, std::ostream& err);
 int runSet(Args args, std::ostream& out, std::ostream& err);
 int runCheck(Args args, std::ostream& out, std::ostream& err);
+int runDiff(Args args, std::ostream& out, std::ostream& err);
 int runKeys(Args args, std::ostream& out, std::ostream& err);
 
 } // namespace ks::cli

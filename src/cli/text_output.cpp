@@ -81,6 +81,14 @@ std::string jsonString(std::string_view bytes) {
     return out + '"';
 }
 
+std::string shellWord(std::string_view value) {
+    if (!value.empty() && value.find_first_of(" \t'") == std::string_view::npos) return std::string(value);
+    std::string out = "'";
+    for (const char c : value)
+        out += c == '\'' ? std::string("'\\''") : std::string(1, c);
+    return out + "'";
+}
+
 std::string unifiedDiff(std::string_view before, std::string_view after, std::string_view name) {
     const Lines a = fileLines(before), b = fileLines(after);
     // Only the middle between the lines both files begin and end with is compared line by line.

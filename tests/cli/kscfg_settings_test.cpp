@@ -222,6 +222,23 @@ TEST(KscfgCheck, AFreshFileIsCleanAndALauncherFileNamesWhatAReloadLoses) {
     EXPECT_EQ(dir.run("check .").status, 2);
 }
 
+TEST(KscfgDiff, NamesTheSettingsThatDifferAfterReadingEach) {
+    ServerDir dir;
+    ASSERT_EQ(dir.run("new other.cfg").status, 0);
+    EXPECT_EQ(dir.run("diff server.cfg other.cfg").status, 0);
+    EXPECT_EQ(dir.run("diff server.cfg other.cfg").output, "");
+
+    ASSERT_EQ(dir.run("set other.cfg df_no_falling=1").status, 0);
+    Outcome outcome = dir.run("diff server.cfg other.cfg");
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_EQ(outcome.output, "df_no_falling 0 8\ndmflags 80 88\n");
+
+    ASSERT_EQ(dir.run("set other.cfg df_no_falling=0 'hostname=My Server' stdlogname=").status, 0);
+    outcome = dir.run("diff server.cfg other.cfg");
+    EXPECT_EQ(outcome.output, "hostname hostname '\"My Server\"'\nstdlogname \"kestrand/StdLog.log\" \"\"\n");
+    EXPECT_EQ(dir.run("diff server.cfg missing.cfg").status, 2);
+}
+
 // `get` without a key gives every setting in the order of a written file, the IP first even while it has no
 // line: the golden default file, line by line.
 TEST(KscfgGet, WithoutAKeyGivesEverySettingInTheOrderOfTheFile) {

@@ -87,7 +87,7 @@ TEST(Kscfg, BadUseOrAnUnreadableFileGivesOneLineAndAFailingStatus) {
 TEST(Kscfg, HelpListsEveryCommandAndFailsWhenItsOutputCannotBeWritten) {
     const Outcome help = kscfg("--help");
     EXPECT_EQ(help.status, 0);
-    for (const char* command : {"new", "convert", "command", "launch", "get", "set", "check", "keys"})
+    for (const char* command : {"new", "convert", "command", "launch", "get", "set", "check", "diff", "keys"})
         EXPECT_NE(help.output.find(std::string("\n  kscfg ") + command + " "), std::string::npos) << command;
 
     const Outcome full = kscfg("--help", "/", "2>&1 >/dev/full");
