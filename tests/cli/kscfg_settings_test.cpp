@@ -272,3 +272,46 @@ TEST(KscfgGet, JsonIsOneObjectWithEveryByteAboveAsciiEscaped) {
     EXPECT_EQ(outcome.output, "{\n  \"hostname\": \"\\\"Caf\\u00e9 \\\\o/\\\"\",\n  \"fraglimit\": \"40\"\n}\n");
     EXPECT_EQ(dir.run("get server.cfg hostname").output, "\"Caf\xe9 \\o/\"\n");
 }
+
+TEST(KscfgCompletion, OffersCommandsOptionsFilesAndTheProgramsOwnKeys) {
+    test::TempDir dir;
+    test::writeBytes(dir.file("server.cfg"), "");
+    const std::string script = "source '" + std::string(KS_DIST_DIR) +
+                               "/kscfg.bash-completion'\n"
+                               "offer() { COMP_WORDS=(\"$@\"); COMP_CWORD=$((${#COMP_WORDS[@]} - 1)); _kscfg; "
+                               "echo \"${COMPREPLY[*]}\"; }\n"
+                               "k='" KSCFG_PATH "'\n"
+                               "offer $k c\n"
+                               "offer $k set server.cfg df_force_r\n"
+                               "offer $k set server.cfg dmfla\n"
+                               "offer $k get server.cfg dmfla\n"
+                               "offer $k set server.cfg hostname = ''\n"
+                               "offer $k get --j\n"
+                               "offer $k command server.cfg --style ''\n"
+                               "offer $k check serv\n";
+    test::writeBytes(dir.file("offer.sh"), script);
+    const Outcome offered = test::shell("cd '" + dir.path().string() + "' && bash offer.sh 2>&1");
+    EXPECT_EQ(offered.status, 0);
+    EXPECT_EQ(offered.output, "convert command check\n"
+                              "df_force_respawn=\n"
+                              "\n"
+                              "dmflags\n"
+                              "\n"
+                              "--json\n"
+                              "windows linux\n"
+                              "server.cfg\n");
+}
+
+// Where systemd is installed, the unit passes its verification with the program it names in place.
+TEST(KscfgUnit, PassesSystemdsVerification) {
+    if (test::shell("command -v systemd-analyze").status != 0) GTEST_SKIP() << "no systemd-analyze";
+    test::TempDir dir;
+    std::string unit = test::readBytes(std::string(KS_DIST_DIR) + "/kslaunch-server@.service");
+    const std::size_t exec = unit.find("\nExecStart=kscfg ");
+    ASSERT_NE(exec, std::string::npos);
+    unit.replace(exec + 11, 5, KSCFG_PATH);
+    const std::string instance = dir.file("kslaunch-server@srv-q2-kestrand-server.cfg.service");
+    test::writeBytes(instance, unit);
+    const Outcome verified = test::shell("systemd-analyze verify " + quoted(instance) + " 2>&1");
+    EXPECT_EQ(verified.status, 0) << verified.output;
+}
