@@ -1,4 +1,4 @@
-#include "forms/main_window.h"
+#include "forms/launcher_start.h"
 #include "forms/qt_platform.h"
 #include "frame/program.h"
 #include "session/startup.h"
@@ -33,12 +33,11 @@ int main(int argc, char** argv) {
         return 1;
     }
     QApplication app(argc, argv);
+    // The launcher ends by its exit animation, not by its last window closing.
+    QApplication::setQuitOnLastWindowClosed(false);
     ks::QtPlatform platform;
     ks::Program program(platform);
     ks::connectHandlers(program);
-    ks::MainWindow window(program);
-    platform.setDialogParent(&window);
-    ks::loadMainForm(program);
-    window.show();
+    ks::LauncherStart start(program, &platform);
     return app.exec();
 }

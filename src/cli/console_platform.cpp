@@ -1,17 +1,11 @@
 #include "cli/console_platform.h"
 
-#include <cerrno>
+#include "server/process.h"
+
 #include <cstdlib>
-#include <cstring>
 #include <filesystem>
 #include <ostream>
 #include <system_error>
-
-#ifndef _WIN32
-#include <fcntl.h>
-#include <sys/wait.h>
-#include <unistd.h>
-#endif
 
 namespace fs = std::filesystem;
 
@@ -73,60 +67,13 @@ std::string ConsolePlatform::currentDirectory() {
     return fs::current_path(ec).string();
 }
 
-OperationResult ConsolePlatform::startProcess(const std::string& commandLine) {
-#ifdef _WIN32
-    (void)commandLine;
-    return OperationResult::failure("starting programs is not supported here");
-#else
-    // Split at blanks, as the command line is passed unquoted.
-    std::vector<std::string> words;
-    std::string word;
-    for (char c : commandLine + ' ') {
-        if (c == ' ') {
-            if (!word.empty()) words.push_back(std::move(word));
-            word.clear();
-        } else {
-            word += c;
-        }
-    }
-    if (words.empty()) return OperationResult::failure("the command line is empty");
-    std::vector<char*> argv;
-    for (std::string& w : words)
-        argv.push_back(w.data());
-    argv.push_back(nullptr);
-
-    // A pipe that closes on a successful exec tells whether the program started.
-    int report[2];
-    if (pipe2(report, O_CLOEXEC) != 0) return OperationResult::failure(std::strerror(errno));
-    const pid_t child = fork();
-    if (child < 0) {
-        close(report[0]);
-        close(report[1]);
-        return OperationResult::failure(std::strerror(errno));
-    }
-    if (child == 0) {
-        setsid();
-        const pid_t grandchild = fork();
-        if (grandchild == 0) {
-            execvp(argv[0], argv.data());
-            const int error = errno;
-            [[maybe_unused]] auto n = write(report[1], &error, sizeof error);
-            _exit(127);
-        }
-        _exit(grandchild < 0 ? 1 : 0);
-    }
-    close(report[1]);
-    int error = 0;
-    const auto n = read(report[0], &error, sizeof error);
-    close(report[0]);
-    int status = 0;
-    waitpid(child, &status, 0);
-    if (n == static_cast<ssize_t>(sizeof error)) return OperationResult::failure(std::strerror(error));
-    return OperationResult::success();
-#endif
+OperationResult ConsolePlatform::startProcess(const ProgramStart& start) {
+    return startDetached(start.program, start.arguments, "", {start.logFile}).outcome();
 }
 
-OperationResult ConsolePlatform::openLink(const std::string& target) { return startProcess("xdg-open " + target); }
+OperationResult ConsolePlatform::openLink(const std::string& target) {
+    return startDetached("xdg-open", {target}, "").outcome();
+}
 
 std::vector<std::string> ConsolePlatform::drives() { return {"/"}; }
 

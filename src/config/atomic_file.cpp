@@ -2,112 +2,280 @@
 
 #include <cerrno>
 #include <cstdio>
-#include <cstring>
-#include <filesystem>
+#include <ctime>
 #include <random>
 #include <system_error>
+#include <utility>
 
 #ifdef _WIN32
+#include <filesystem>
 #include <io.h>
 #else
+#include <climits>
+#include <dirent.h>
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 #endif
-
-namespace fs = std::filesystem;
 
 namespace ks {
 
 namespace {
 
+SaveHooks& hooks() {
+    static SaveHooks installed;
+    return installed;
+}
+
 std::string reasonOf(int error) { return std::generic_category().message(error); }
 
-// The file a write to `path` lands in: the end of a chain of symbolic links.
-fs::path resolveTarget(const fs::path& path) {
-    std::error_code ec;
-    fs::path target = path;
-    for (int hops = 0; hops < 40 && fs::is_symlink(target, ec); ++hops) {
-        fs::path next = fs::read_symlink(target, ec);
-        if (ec) break;
-        target = next.is_absolute() ? next : target.parent_path() / next;
-    }
-    return target;
-}
-
-std::string temporaryName(const fs::path& target) {
+// A short name of our own pattern, ".ks" + 12 hex digits + ".tmp", whatever the target is called.
+std::string temporaryName() {
     std::random_device device;
-    std::uniform_int_distribution<unsigned> digits(0, 0xFFFFFF);
-    char suffix[16];
-    std::snprintf(suffix, sizeof suffix, ".%06x.tmp", digits(device));
-    return target.string() + suffix;
+    const unsigned long long digits = (static_cast<unsigned long long>(device()) << 16) ^ device();
+    char name[24];
+    std::snprintf(name, sizeof name, ".ks%012llx.tmp", digits & 0xFFFFFFFFFFFFull);
+    return name;
 }
 
-bool flushToDisk(std::FILE* file) {
-    if (std::fflush(file) != 0) return false;
+} // namespace
+
+SaveHooks setSaveHooksForTesting(SaveHooks next) {
+    std::swap(hooks(), next);
+    return next;
+}
+
 #ifdef _WIN32
-    return _commit(_fileno(file)) == 0;
+
+OperationResult replaceFileAtomically(const std::string& path, std::string_view bytes) {
+    namespace fs = std::filesystem;
+    const fs::path target(path);
+    std::error_code ec;
+    const fs::file_status status = fs::status(target, ec);
+    if (fs::is_directory(status)) return OperationResult::failure("it is a directory");
+    if (fs::exists(status) && !fs::is_regular_file(status)) return OperationResult::failure("it is not a regular file");
+    if (fs::exists(status) && (status.permissions() & fs::perms::owner_write) == fs::perms::none)
+        return OperationResult::failure("the file is read-only");
+    const fs::path temporary = target.parent_path() / temporaryName();
+    std::FILE* file = std::fopen(temporary.string().c_str(), "wbx");
+    if (!file) return OperationResult::failure(reasonOf(errno));
+    bool written = std::fwrite(bytes.data(), 1, bytes.size(), file) == bytes.size() && std::fflush(file) == 0 &&
+                   _commit(_fileno(file)) == 0;
+    written = std::fclose(file) == 0 && written;
+    if (written) fs::rename(temporary, target, ec);
+    if (!written || ec) {
+        fs::remove(temporary, ec);
+        return OperationResult::failure(ec ? ec.message() : reasonOf(errno ? errno : EIO));
+    }
+    return OperationResult::success();
+}
+
 #else
-    return fsync(fileno(file)) == 0;
+
+namespace {
+
+constexpr int kMostLinks = 40; // the kernel's own limit for one path
+constexpr std::time_t kStaleSeconds = 60;
+
+// A descriptor that closes with its owner.
+class Descriptor {
+public:
+    explicit Descriptor(int fd = -1) : fd_(fd) {}
+    ~Descriptor() {
+        if (fd_ >= 0) ::close(fd_);
+    }
+    Descriptor(const Descriptor&) = delete;
+    Descriptor& operator=(const Descriptor&) = delete;
+    void reset(int fd) {
+        if (fd_ >= 0) ::close(fd_);
+        fd_ = fd;
+    }
+    int get() const { return fd_; }
+
+private:
+    int fd_;
+};
+
+std::string directoryOf(const std::string& path) {
+    const std::size_t slash = path.find_last_of('/');
+    if (slash == std::string::npos) return ".";
+    return slash == 0 ? "/" : path.substr(0, slash);
+}
+
+std::string nameOf(const std::string& path) { return path.substr(path.find_last_of('/') + 1); }
+
+// The rule the kernel keeps for links in sticky world-writable directories such as /tmp: such a link is
+// followed only when it belongs to whoever follows it or to the directory's owner, so that another user's
+// link cannot steer a save by root onto a file of that user's choosing.
+bool mayFollow(const std::string& link, const struct stat& linkStatus) {
+    struct stat directory {};
+    if (stat(directoryOf(link).c_str(), &directory) != 0) return false;
+    if ((directory.st_mode & S_ISVTX) == 0 || (directory.st_mode & S_IWOTH) == 0) return true;
+    return linkStatus.st_uid == geteuid() || linkStatus.st_uid == directory.st_uid;
+}
+
+// Follows the chain of symbolic links that begins at `path` to the name a save replaces. 0 or an errno.
+int followLinks(std::string& path) {
+    for (int hops = 0;; ++hops) {
+        struct stat status {};
+        if (lstat(path.c_str(), &status) != 0) return errno == ENOENT ? 0 : errno;
+        if (!S_ISLNK(status.st_mode)) return 0;
+        if (hops == kMostLinks) return ELOOP;
+        if (!mayFollow(path, status)) return EACCES;
+        char buffer[PATH_MAX];
+        const ssize_t length = readlink(path.c_str(), buffer, sizeof buffer);
+        if (length < 0) return errno;
+        if (length == static_cast<ssize_t>(sizeof buffer)) return ENAMETOOLONG;
+        const std::string next(buffer, static_cast<std::size_t>(length));
+        path = next.starts_with('/') ? next : directoryOf(path) + "/" + next;
+    }
+}
+
+bool isTemporaryName(std::string_view name) {
+    if (name.size() != 19 || !name.starts_with(".ks") || !name.ends_with(".tmp")) return false;
+    for (const char c : name.substr(3, 12))
+        if (!((c >= '0' && c <= '9') || (c >= 'a' && c <= 'f'))) return false;
+    return true;
+}
+
+// Removes the temporary files that killed saves left in the directory: our name pattern, a regular file,
+// untouched for more than a minute. A save that is still running writes its file far more often.
+void removeStaleTemporaries(int directory) {
+    const int listingFd = fcntl(directory, F_DUPFD_CLOEXEC, 0);
+    DIR* listing = listingFd >= 0 ? fdopendir(listingFd) : nullptr;
+    if (!listing) {
+        if (listingFd >= 0) ::close(listingFd);
+        return;
+    }
+    rewinddir(listing);
+    const std::time_t now = std::time(nullptr);
+    while (const dirent* entry = readdir(listing)) {
+        struct stat status {};
+        if (isTemporaryName(entry->d_name) && fstatat(directory, entry->d_name, &status, AT_SYMLINK_NOFOLLOW) == 0 &&
+            S_ISREG(status.st_mode) && now - status.st_mtime > kStaleSeconds)
+            unlinkat(directory, entry->d_name, 0);
+    }
+    closedir(listing);
+}
+
+// The file a save writes: unnamed while `name` is empty.
+struct Temporary {
+    Descriptor fd;
+    std::string name;
+};
+
+int createTemporary(int directory, mode_t mode, Temporary& temporary) {
+#ifdef O_TMPFILE
+    // Naming the file later goes through /proc; without it the file is named from the start.
+    if (hooks().unnamedTemporary && access("/proc/self/fd", X_OK) == 0) {
+        temporary.fd.reset(openat(directory, ".", O_TMPFILE | O_WRONLY | O_CLOEXEC, mode));
+        if (temporary.fd.get() >= 0) return 0;
+        // The file system or the kernel has no unnamed files.
+        if (errno != EOPNOTSUPP && errno != EISDIR && errno != EINVAL) return errno;
+    }
 #endif
+    for (int attempt = 0; attempt < 16; ++attempt) {
+        temporary.name = temporaryName();
+        temporary.fd.reset(openat(directory, temporary.name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode));
+        if (temporary.fd.get() >= 0) return 0;
+        temporary.name.clear();
+        if (errno != EEXIST) return errno;
+    }
+    return EEXIST;
+}
+
+// Gives the unnamed file its short name, just before the rename.
+int nameTemporary(int directory, Temporary& temporary) {
+    char self[48];
+    std::snprintf(self, sizeof self, "/proc/self/fd/%d", temporary.fd.get());
+    for (int attempt = 0; attempt < 16; ++attempt) {
+        const std::string name = temporaryName();
+        if (linkat(AT_FDCWD, self, directory, name.c_str(), AT_SYMLINK_FOLLOW) == 0) {
+            temporary.name = name;
+            return 0;
+        }
+        if (errno != EEXIST) return errno;
+    }
+    return EEXIST;
+}
+
+int writeAll(int fd, std::string_view bytes) {
+    while (!bytes.empty()) {
+        const long count =
+            hooks().write ? hooks().write(fd, bytes.data(), bytes.size()) : ::write(fd, bytes.data(), bytes.size());
+        if (count < 0 && errno == EINTR) continue;
+        if (count < 0) return errno;
+        if (count == 0) return EIO;
+        bytes.remove_prefix(static_cast<std::size_t>(count));
+    }
+    return 0;
+}
+
+// Owner and group where this process may set them, as editors that save by rename do; then the mode, which
+// a change of owner may have stripped of its set-id bits.
+int takeOwnerAndMode(int fd, const struct stat& old) {
+    if (fchown(fd, old.st_uid, old.st_gid) != 0) {
+        if (errno != EPERM) return errno;
+        if (fchown(fd, static_cast<uid_t>(-1), old.st_gid) != 0 && errno != EPERM) return errno;
+    }
+    return fchmod(fd, old.st_mode & 07777) == 0 ? 0 : errno;
+}
+
+int flushToDisk(int fd) {
+    const int result = hooks().flush ? hooks().flush(fd) : fsync(fd);
+    return result == 0 ? 0 : errno;
+}
+
+// Why what stands at the target may not be replaced, or "" when it may.
+std::string refusalOf(const struct stat& status) {
+    if (S_ISDIR(status.st_mode)) return "it is a directory";
+    if (!S_ISREG(status.st_mode)) return "it is not a regular file";
+    if ((status.st_mode & S_IWUSR) == 0) return "the file is read-only";
+    return {};
 }
 
 } // namespace
 
 OperationResult replaceFileAtomically(const std::string& path, std::string_view bytes) {
-    const fs::path target = resolveTarget(fs::path(path));
-    std::error_code ec;
-    const bool existed = fs::exists(target, ec);
-    fs::perms permissions = fs::perms::none;
+    std::string target = path;
+    if (const int error = followLinks(target)) return OperationResult::failure(reasonOf(error));
+    const std::string name = nameOf(target);
+    if (name.empty() || name == "." || name == "..") {
+        struct stat status {};
+        if (stat(target.c_str(), &status) != 0) return OperationResult::failure(reasonOf(errno));
+        return OperationResult::failure(refusalOf(status));
+    }
+
+    Descriptor directory(open(directoryOf(target).c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    if (directory.get() < 0) return OperationResult::failure(reasonOf(errno));
+    struct stat old {};
+    const bool existed = fstatat(directory.get(), name.c_str(), &old, AT_SYMLINK_NOFOLLOW) == 0;
+    if (!existed && errno != ENOENT) return OperationResult::failure(reasonOf(errno));
     if (existed) {
-        if (fs::is_directory(target, ec)) return OperationResult::failure("it is a directory");
-        permissions = fs::status(target, ec).permissions();
-        // A read-only file stays as it is: the rename would otherwise pass over its protection.
-        if ((permissions & fs::perms::owner_write) == fs::perms::none)
-            return OperationResult::failure("the file is read-only");
-#ifndef _WIN32
-        if (access(target.c_str(), W_OK) != 0) return OperationResult::failure(reasonOf(errno));
-#endif
+        if (const std::string refusal = refusalOf(old); !refusal.empty()) return OperationResult::failure(refusal);
+        if (faccessat(directory.get(), name.c_str(), W_OK, AT_EACCESS) != 0)
+            return OperationResult::failure(reasonOf(errno));
     }
+    removeStaleTemporaries(directory.get());
 
-    const std::string temporary = temporaryName(target);
-#ifdef _WIN32
-    std::FILE* file = std::fopen(temporary.c_str(), "wbx");
-#else
-    const int fd = open(temporary.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
-    std::FILE* file = fd >= 0 ? fdopen(fd, "wb") : nullptr;
-    if (fd >= 0 && !file) close(fd);
-#endif
-    if (!file) return OperationResult::failure(reasonOf(errno));
-
-    bool written = std::fwrite(bytes.data(), 1, bytes.size(), file) == bytes.size() && flushToDisk(file);
-    int error = written ? 0 : errno;
-    if (std::fclose(file) != 0 && written) {
-        written = false;
+    // Until it takes the old file's mode, the new one is readable by its owner alone.
+    Temporary temporary;
+    int error = createTemporary(directory.get(), existed ? 0600 : 0666, temporary);
+    if (error == 0) error = writeAll(temporary.fd.get(), bytes);
+    if (error == 0 && existed) error = takeOwnerAndMode(temporary.fd.get(), old);
+    if (error == 0) error = flushToDisk(temporary.fd.get());
+    if (error == 0 && temporary.name.empty()) error = nameTemporary(directory.get(), temporary);
+    if (error == 0 && renameat(directory.get(), temporary.name.c_str(), directory.get(), name.c_str()) != 0)
         error = errno;
+    if (error != 0) {
+        if (!temporary.name.empty()) unlinkat(directory.get(), temporary.name.c_str(), 0);
+        return OperationResult::failure(reasonOf(error));
     }
-    if (written && existed) {
-        fs::permissions(temporary, permissions, fs::perm_options::replace, ec);
-    }
-    if (written) {
-        fs::rename(temporary, target, ec);
-        if (ec) {
-            written = false;
-            error = ec.value();
-        }
-    }
-    if (!written) {
-        fs::remove(temporary, ec);
-        return OperationResult::failure(reasonOf(error ? error : EIO));
-    }
-#ifndef _WIN32
     // Make the rename itself durable.
-    const int dir = open(target.parent_path().empty() ? "." : target.parent_path().c_str(), O_RDONLY | O_CLOEXEC);
-    if (dir >= 0) {
-        fsync(dir);
-        close(dir);
-    }
-#endif
+    fsync(directory.get());
     return OperationResult::success();
 }
+
+#endif
 
 } // namespace ks

@@ -99,6 +99,10 @@ RecordWords cutRecord(std::string_view rec, PathStyle style) {
     if (cut[3] > 0) words[3] = positions(rec, cut[2] + 1, cut[3] - 1);
     for (std::string_view& word : words)
         word = trimBlanksBehind(word);
+    if (cut[2] > 0 && cut[2] < rec.size()) {
+        const std::string_view behind = rec.substr(cut[2]);
+        result.fourthToComment = trimBlanksBehind(behind.substr(0, behind.find("//")));
+    }
     return result;
 }
 
@@ -112,7 +116,11 @@ void applyRecord(Program& program, const RecordWords& record) {
         return;
     }
     if (words[1] != kSetWord) return;
-    if (const ReadKey* key = findThirdWordKey(words[2])) apply(program, *key, words[3]);
+    const ReadKey* key = findThirdWordKey(words[2]);
+    if (!key) return;
+    // On Linux a Quake II directory may hold blanks, and its line carries the whole path back.
+    const bool wholePath = key->action == ReadAction::QuakeDirectory && program.pathStyle() == PathStyle::Linux;
+    apply(program, *key, wholePath ? record.fourthToComment : words[3]);
 }
 
 bool flagValueTurnsOn(std::string_view value) {
@@ -123,34 +131,40 @@ bool flagValueTurnsOn(std::string_view value) {
 ReadResult readConfig(Program& program, const std::string& path) {
     ReadResult result;
     RecordReader reader;
-    if (!reader.open(path)) return result;
+    if (!reader.open(path)) {
+        result.reason = reader.reason();
+        return result;
+    }
 
     // Up to the first record a failure means the file cannot be read. Behind it a failing read ends the
     // input, and the record it was reading is dropped.
     bool first = true;
     std::string rec;
-    for (;;) {
-        const bool end = reader.atEnd();
-        if (reader.failed()) {
-            if (first) return result;
-            break;
+    try {
+        for (;;) {
+            const bool end = reader.atEnd();
+            if (reader.failed() || (!end && !reader.read(rec))) {
+                result.reason = reader.reason();
+                if (first) return result;
+                break;
+            }
+            if (end) break;
+            first = false;
+            rec.push_back(' ');
+            const RecordWords words = cutRecord(rec, program.pathStyle());
+            if (words.marker) result.markerFound = true;
+            applyRecord(program, words);
         }
-        if (end) break;
-        if (!reader.read(rec)) {
-            if (first) return result;
-            break;
-        }
-        first = false;
-        rec.push_back(' ');
-        const RecordWords words = cutRecord(rec, program.pathStyle());
-        if (words.marker) result.markerFound = true;
-        applyRecord(program, words);
+    } catch (const std::bad_alloc&) {
+        // A record too large to handle ends the reading like any other failure.
+        result.reason = "out of memory";
+        if (first) return result;
     }
     result.read = true;
     return result;
 }
 
-bool openConfigFile(Program& program, const std::string& path) {
+ReadResult openConfigFile(Program& program, const std::string& path) {
     Field& file = program.field(id::FFile);
     file.setText(path);
     const ReadResult result = readConfig(program, path);
@@ -158,11 +172,11 @@ bool openConfigFile(Program& program, const std::string& path) {
         program.platform().messageBox(noSuchFileMessage());
         file.setText(std::string(kUnset));
         file.setBackColour(kPaleYellow);
-        return false;
+        return result;
     }
     program.mainTabs().setCurrent(0);
     if (!result.markerFound) program.platform().messageBox(foreignFileMessage());
-    return true;
+    return result;
 }
 
 } // namespace ks

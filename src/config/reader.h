@@ -16,6 +16,9 @@ struct RecordWords {
     std::array<std::string_view, 4> words;    // blanks at their ends removed
     std::optional<std::string_view> startMap; // the second word of a "map" record, as cut, blanks and all
     bool marker = false;                      // the record is the marker line
+    // Everything behind the third word up to a "//" comment, blanks inside kept and those at its end removed:
+    // a Linux Quake II directory whole, "/home/John Smith/.yq2" and not "/home/John".
+    std::string_view fourthToComment;
 };
 
 // Scans and cuts one record. `rec` is the record with one blank appended.
@@ -27,7 +30,7 @@ struct RecordWords {
 // reached there ends it for good. Words are cut only when two word ends were found. Two blanks in a row give
 // an empty word.
 // Linux paths are written with slashes, so in the Linux style only a "//" ends the scan; a single slash is
-// part of the word.
+// part of the word, and the value of a qdir line runs to its comment, blanks and all.
 RecordWords cutRecord(std::string_view rec, PathStyle style = PathStyle::Windows);
 
 // Applies the words of one record to the fields: "map" sets the start map, "hostname" the host name, and
@@ -40,16 +43,19 @@ bool flagValueTurnsOn(std::string_view value);
 
 // Goes through the file at `path` and puts what it recognises into the fields. `read` is false when the file
 // could not be read up to its first record; otherwise `markerFound` tells whether the marker line was seen.
-// A read that fails later ends the input quietly.
+// A read that fails later ends the input quietly. `reason` says why reading stopped early ("it is not a
+// regular file", "out of memory", the system's words), and is empty when the file was read to its end.
 struct ReadResult {
     bool read = false;
     bool markerFound = false;
+    std::string reason;
+    explicit operator bool() const { return read; }
 };
 ReadResult readConfig(Program& program, const std::string& path);
 
 // The Open command behind its dialog: FFile takes the path, the file is read, the first tab comes up and
 // the warning for a file the launcher did not write follows. A file that cannot be read says so, and FFile
-// goes back to "NONE" on yellow. Gives false in that case.
-bool openConfigFile(Program& program, const std::string& path);
+// goes back to "NONE" on yellow. Gives what the reading came to; it converts to false in that case.
+ReadResult openConfigFile(Program& program, const std::string& path);
 
 } // namespace ks

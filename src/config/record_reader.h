@@ -17,15 +17,22 @@ namespace ks {
 // first; both quotes go, a comma between them belongs to the record, and whatever stands behind the closing
 // quote up to the next comma or line end is dropped. Every other byte reaches the record unchanged, and a
 // record may be of any length.
+//
+// Only a regular file is read: a directory, a FIFO or a device such as /dev/zero is refused at once, without
+// waiting for a writer. A record too large to hold in memory ends the reading as a failure.
 class RecordReader {
 public:
-    // Opens the file; false when it cannot be opened.
+    // Opens the file; false when it cannot be opened or is no regular file.
     bool open(const std::string& path);
     // No byte is left to read. A read that fails also ends the input; failed() tells the two apart.
     bool atEnd();
     // Reads the next record; false when the input failed on the way.
     bool read(std::string& record);
+    // The file could not be opened or a read failed.
     bool failed() const { return failed_; }
+    // Why, in words: "it is a directory", "it is not a regular file", "out of memory" or the system's own
+    // text ("No such file or directory").
+    const std::string& reason() const { return reason_; }
 
 private:
     struct Closer {
@@ -34,6 +41,8 @@ private:
 
     // Refills the buffer; false at the end of the file or on a failure.
     bool fill();
+    bool readRecord(std::string& record);
+    bool fail(std::string reason);
     bool available() { return pos_ < len_ || fill(); }
     void skipLineEnd();
     void skipToDelimiter();
@@ -43,6 +52,7 @@ private:
     std::size_t pos_ = 0;
     std::size_t len_ = 0;
     bool failed_ = false;
+    std::string reason_;
 };
 
 } // namespace ks

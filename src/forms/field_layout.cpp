@@ -120,7 +120,8 @@ private:
     void addRow(QGridLayout* grid, std::size_t index) {
         const FieldRow& entry = rows_[index];
         Field& field = form_.field(index);
-        auto* edit = new FieldEdit(field);
+        auto* edit = new FieldEdit(field, nullptr,
+                                   entry.kind == ValueKind::Path ? FieldEdit::Holds::Path : FieldEdit::Holds::Text);
         edit->setFixedHeight(kRowHeight);
         int& nextRow = nextRows_[grid];
         const int row = nextRow++;

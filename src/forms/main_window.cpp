@@ -1,21 +1,25 @@
 #include "forms/main_window.h"
 
+#include "forms/exit_animation.h"
 #include "forms/field_layout.h"
 #include "forms/flags_dialog.h"
 #include "forms/look.h"
+#include "forms/push_button.h"
 #include "forms/qt_platform.h"
 #include "forms/row_tabs.h"
 #include "forms/selector_views.h"
+#include "forms/splash_screen.h"
 #include "forms/views.h"
 #include "forms/weapons_dialog.h"
-#include "forms/wrap_button.h"
 #include "frame/catalogue.h"
 #include "frame/program.h"
 #include "session/menu.h"
 
 #include <QCloseEvent>
+#include <QCoreApplication>
 #include <QDateTime>
 #include <QLabel>
+#include <QLayout>
 #include <QLocale>
 #include <QMenuBar>
 #include <QPainter>
@@ -64,6 +68,8 @@ MainWindow::MainWindow(Program& program, QWidget* parent) : QMainWindow(parent),
     buildPages();
     buildMenus();
     buildStatusBar();
+    // The window keeps its design size: a window manager cannot stretch it.
+    layout()->setSizeConstraint(QLayout::SetFixedSize);
 }
 
 MainWindow::~MainWindow() = default;
@@ -87,7 +93,7 @@ void MainWindow::buildControls() {
     white.setColor(QPalette::WindowText, Qt::white);
     label1->setPalette(white);
 
-    auto* file = new FieldEdit(program_.field(id::FFile), canvas);
+    auto* file = new FieldEdit(program_.field(id::FFile), canvas, FieldEdit::Holds::Path);
     file->setGeometry(twipRect(2760, 240, 3132, 300));
     label1->setBuddy(file);
 
@@ -140,7 +146,10 @@ void MainWindow::buildMenus() {
         QAction* action = entry.caption.empty() ? current->addSeparator() : current->addAction(caption);
         action->setObjectName(name);
         if (entry.caption.empty()) continue;
-        connect(action, &QAction::triggered, this, [this, &entry] { runMenuCommand(program_, entry); });
+        if (entry.name == kAboutEntry)
+            connect(action, &QAction::triggered, this, &MainWindow::showAbout);
+        else
+            connect(action, &QAction::triggered, this, [this, &entry] { runCommand(entry); });
     }
 }
 
@@ -194,6 +203,32 @@ void MainWindow::openWeaponsDialog() {
     weaponsDialog()->exec();
 }
 
+void MainWindow::runCommand(const MenuEntry& entry) {
+    try {
+        runMenuCommand(program_, entry);
+    } catch (const std::bad_alloc&) {
+        // A file too large for the machine's memory ends the command, not the launcher.
+        program_.platform().messageBox({"There is not enough memory to finish this command.", std::string(kMainCaption),
+                                        MessageButtons::Ok, MessageIcon::Critical, 0});
+    }
+}
+
+void MainWindow::showAbout() {
+    // The splash again, owned by this window and modal, with its whole load step: the start sound too.
+    SplashScreen about(
+        toQt(std::string(kProgramVersionText)), [this] { program_.playCue("ks4a.wav"); }, this);
+    // Continue brings up the first tab; the timer leaves the tab as it was.
+    if (about.exec()) program_.mainTabs().setCurrent(0);
+}
+
+void MainWindow::leaveProgram() {
+    // A second close request during the show changes nothing.
+    if (leaving_) return;
+    leaving_ = true;
+    playExitAnimation(*this, [this] { program_.playCue("ks4a.wav"); });
+    QCoreApplication::exit(0);
+}
+
 void MainWindow::showEvent(QShowEvent* event) {
     QMainWindow::showEvent(event);
     if (event->spontaneous()) return;
@@ -206,8 +241,9 @@ void MainWindow::showEvent(QShowEvent* event) {
 }
 
 void MainWindow::closeEvent(QCloseEvent* event) {
-    // The program ends in one place; nothing is saved on the way.
-    event->accept();
+    // The program ends in one place, the platform's end with its show; nothing is saved on the way. The window
+    // stays until then.
+    event->ignore();
     program_.platform().endProgram();
 }
 

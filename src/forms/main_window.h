@@ -11,6 +11,7 @@ class Program;
 class RowTabs;
 class FlagsDialog;
 class WeaponsDialog;
+struct MenuEntry;
 
 // The launcher's working window, a view of the main form: two dialog buttons and the current file above
 // four tabs of settings, the menus and a status bar with date and time.
@@ -28,6 +29,10 @@ public:
     // The two buttons above the tabs: each plays its cue and opens its dialog modally.
     void openFlagsDialog();
     void openWeaponsDialog();
+    // Help, About: the splash screen again, modal.
+    void showAbout();
+    // The end of the program: the exit animation, then the event loop ends, so everything is torn down in order.
+    void leaveProgram();
 
 protected:
     void closeEvent(QCloseEvent* event) override;
@@ -39,6 +44,7 @@ private:
     void buildMenus();
     void buildStatusBar();
     void updateClock();
+    void runCommand(const MenuEntry& entry);
 
     Program& program_;
     RowTabs* tabs_ = nullptr;
@@ -47,6 +53,7 @@ private:
     QTimer* clock_ = nullptr;
     FlagsDialog* flags_ = nullptr;
     WeaponsDialog* weapons_ = nullptr;
+    bool leaving_ = false;
 };
 
 } // namespace ks

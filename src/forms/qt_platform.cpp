@@ -1,5 +1,7 @@
 #include "forms/qt_platform.h"
 
+#include "server/process.h"
+
 #include <QApplication>
 #include <QAudioDevice>
 #include <QCoreApplication>
@@ -14,9 +16,8 @@
 #include <QSoundEffect>
 #include <QStandardPaths>
 #include <QStorageInfo>
+#include <QStringDecoder>
 #include <QUrl>
-
-#include <cstdlib>
 
 namespace ks {
 
@@ -27,29 +28,42 @@ std::string fromQt(const QString& text) {
     return std::string(bytes.constData(), std::size_t(bytes.size()));
 }
 
+QString pathToQt(const std::string& path) { return QFile::decodeName(QByteArray(path.data(), qsizetype(path.size()))); }
+
+std::string pathFromQt(const QString& path) {
+    const QByteArray bytes = QFile::encodeName(path);
+    return std::string(bytes.constData(), std::size_t(bytes.size()));
+}
+
+QString displayText(const std::string& bytes) {
+    QStringDecoder utf8(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
+    const QString text = utf8(QByteArrayView(bytes.data(), qsizetype(bytes.size())));
+    return utf8.hasError() ? toQt(bytes) : text;
+}
+
 QtPlatform::QtPlatform() = default;
 QtPlatform::~QtPlatform() = default;
 
 std::string QtPlatform::programPath() {
-    return fromQt(QDir::toNativeSeparators(QCoreApplication::applicationFilePath()));
+    return pathFromQt(QDir::toNativeSeparators(QCoreApplication::applicationFilePath()));
 }
 
 std::uint32_t QtPlatform::soundDeviceCount() { return std::uint32_t(QMediaDevices::audioOutputs().size()); }
 
 void QtPlatform::playSoundAsync(const std::string& path) {
-    if (!QFileInfo(toQt(path)).isFile()) return;
+    if (!QFileInfo(pathToQt(path)).isFile()) return;
     if (!sound_) sound_ = new QSoundEffect(qApp);
     sound_->stop();
-    sound_->setSource(QUrl::fromLocalFile(toQt(path)));
+    sound_->setSource(QUrl::fromLocalFile(pathToQt(path)));
     sound_->play();
 }
 
 MessageAnswer QtPlatform::messageBox(const MessageBoxRequest& request) {
     QMessageBox box(parent_);
-    QString text = toQt(request.text);
+    QString text = displayText(request.text);
     text.replace(QLatin1Char('\r'), QLatin1Char('\n'));
     box.setText(text);
-    box.setWindowTitle(toQt(request.title));
+    box.setWindowTitle(displayText(request.title));
     switch (request.icon) {
     case MessageIcon::Critical:
         box.setIcon(QMessageBox::Critical);
@@ -99,81 +113,74 @@ MessageAnswer QtPlatform::messageBox(const MessageBoxRequest& request) {
 }
 
 QString QtPlatform::qtFilter(const std::string& filter) {
+    // "Quake Configuration Files (*.CFG)|*.CFG": the line as it reads, which names its pattern itself.
     const QString text = toQt(filter);
     const qsizetype bar = text.indexOf(QLatin1Char('|'));
     if (bar < 0) return text;
-    QString description = text.left(bar);
-    QString pattern = text.mid(bar + 1);
-#ifndef _WIN32
-    // Match the extension in any case: *.CFG becomes *.[cC][fF][gG].
-    QString anyCase;
-    for (QChar c : pattern) {
-        if (c.isLetter())
-            anyCase += QLatin1Char('[') + c.toLower() + c.toUpper() + QLatin1Char(']');
-        else
-            anyCase += c;
-    }
-    pattern = anyCase;
-#endif
-    const qsizetype paren = description.indexOf(QLatin1Char('('));
-    if (paren >= 0) description = description.left(paren).trimmed();
-    return description + QStringLiteral(" (") + pattern + QLatin1Char(')');
+    const QString description = text.left(bar);
+    if (description.contains(QLatin1Char('('))) return description;
+    return description + QStringLiteral(" (") + text.mid(bar + 1) + QLatin1Char(')');
 }
 
 std::optional<std::string> QtPlatform::fileDialog(const FileDialogRequest& request) {
-    QFileDialog dialog(parent_, toQt(request.title), toQt(request.initialDirectory), qtFilter(request.filter));
+    QFileDialog dialog(parent_, toQt(request.title), pathToQt(request.initialDirectory), qtFilter(request.filter));
     dialog.setAcceptMode(request.kind == FileDialogKind::Save ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
-    dialog.setFileMode(request.kind == FileDialogKind::Save ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
+    // A typed name that matches no file reaches the launcher, which tells the operator in its own words.
+    dialog.setFileMode(QFileDialog::AnyFile);
     // The commands ask their own question before a file is replaced.
     dialog.setOption(QFileDialog::DontConfirmOverwrite, true);
-    if (!request.fileName.empty()) dialog.selectFile(toQt(request.fileName));
+    // The launcher's own dialog on every desktop: its patterns match a name in any case, server.cfg and
+    // SERVER.CFG alike, where a desktop's native dialog would tell the cases apart.
+    dialog.setOption(QFileDialog::DontUseNativeDialog, true);
+    dialog.setFilter(dialog.filter() & ~QDir::CaseSensitive);
+    if (!request.fileName.empty()) dialog.selectFile(pathToQt(request.fileName));
     if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return std::nullopt;
-    return fromQt(QDir::toNativeSeparators(dialog.selectedFiles().constFirst()));
+    return pathFromQt(QDir::toNativeSeparators(dialog.selectedFiles().constFirst()));
 }
 
-bool QtPlatform::isPlainFile(const std::string& path) { return QFileInfo(toQt(path)).isFile(); }
+bool QtPlatform::isPlainFile(const std::string& path) { return QFileInfo(pathToQt(path)).isFile(); }
 
 bool QtPlatform::isVisiblePlainFile(const std::string& path) {
-    const QFileInfo info(toQt(path));
+    const QFileInfo info(pathToQt(path));
     return info.isFile() && !info.isHidden();
 }
 
-bool QtPlatform::isDirectory(const std::string& path) { return QFileInfo(toQt(path)).isDir(); }
+bool QtPlatform::isDirectory(const std::string& path) { return QFileInfo(pathToQt(path)).isDir(); }
 
 bool QtPlatform::hasPlainFile(const std::string& directory) {
-    QDirIterator it(toQt(directory), QDir::Files | QDir::Hidden | QDir::System);
+    QDirIterator it(pathToQt(directory), QDir::Files | QDir::Hidden | QDir::System);
     return it.hasNext();
 }
 
 OperationResult QtPlatform::changeDirectory(const std::string& path) {
-    if (!QFileInfo(toQt(path)).isDir()) return OperationResult::failure("the directory does not exist");
-    if (!QDir::setCurrent(toQt(path))) return OperationResult::failure("the directory cannot be entered");
+    if (!QFileInfo(pathToQt(path)).isDir()) return OperationResult::failure("the directory does not exist");
+    if (!QDir::setCurrent(pathToQt(path))) return OperationResult::failure("the directory cannot be entered");
     return OperationResult::success();
 }
 
-std::string QtPlatform::currentDirectory() { return fromQt(QDir::toNativeSeparators(QDir::currentPath())); }
+std::string QtPlatform::currentDirectory() { return pathFromQt(QDir::toNativeSeparators(QDir::currentPath())); }
 
-OperationResult QtPlatform::startProcess(const std::string& commandLine) {
-    QStringList words = toQt(commandLine).split(QLatin1Char(' '), Qt::SkipEmptyParts);
+OperationResult QtPlatform::startProcess(const ProgramStart& start) {
+#ifdef _WIN32
+    // Windows hands the one command line on, as it always did.
+    QStringList words = toQt(start.commandLine).split(QLatin1Char(' '), Qt::SkipEmptyParts);
     if (words.isEmpty()) return OperationResult::failure("the command line is empty");
-    const QString program = words.takeFirst();
     QProcess process;
-    process.setProgram(program);
+    process.setProgram(words.takeFirst());
     process.setArguments(words);
     process.setWorkingDirectory(QDir::currentPath());
-    qint64 pid = 0;
-    if (!process.startDetached(&pid)) {
-        const QString reason = process.errorString();
-        return OperationResult::failure(fromQt(reason.isEmpty() ? QStringLiteral("it could not be started") : reason));
-    }
+    if (!process.startDetached()) return OperationResult::failure(fromQt(process.errorString()));
     return OperationResult::success();
+#else
+    return startDetached(start.program, start.arguments, "", {start.logFile}).outcome();
+#endif
 }
 
 OperationResult QtPlatform::openLink(const std::string& target) {
     const QString text = toQt(target);
     const QUrl url = text.contains(QLatin1String("://")) || text.startsWith(QLatin1String("mailto:"))
                          ? QUrl(text)
-                         : QUrl::fromLocalFile(text);
+                         : QUrl::fromLocalFile(pathToQt(target));
     if (!QDesktopServices::openUrl(url)) return OperationResult::failure("no program opens " + target);
     return OperationResult::success();
 }
@@ -182,7 +189,7 @@ std::vector<std::string> QtPlatform::drives() {
     std::vector<std::string> result;
 #ifdef _WIN32
     for (const QFileInfo& drive : QDir::drives())
-        result.push_back(fromQt(QDir::toNativeSeparators(drive.path())));
+        result.push_back(pathFromQt(QDir::toNativeSeparators(drive.path())));
 #else
     result.push_back("/");
     for (const QStorageInfo& volume : QStorageInfo::mountedVolumes()) {
@@ -195,15 +202,15 @@ std::vector<std::string> QtPlatform::drives() {
             "securityfs",  "pstore", "debugfs", "tracefs",  "mqueue", "hugetlbfs", "fusectl", "configfs",
             "binfmt_misc", "autofs", "bpf",     "nsfs",     "ramfs",  "squashfs"};
         if (virtualTypes.contains(type)) continue;
-        result.push_back(fromQt(root));
+        result.push_back(pathFromQt(root));
     }
 #endif
     return result;
 }
 
 bool QtPlatform::driveReady(const std::string& drive) {
-    const QStorageInfo volume(toQt(drive));
-    return QFileInfo(toQt(drive)).isDir() && volume.isValid() && volume.isReady();
+    const QStorageInfo volume(pathToQt(drive));
+    return QFileInfo(pathToQt(drive)).isDir() && volume.isValid() && volume.isReady();
 }
 
 std::string QtPlatform::driveCurrentDirectory(const std::string& drive) {
@@ -213,14 +220,19 @@ std::string QtPlatform::driveCurrentDirectory(const std::string& drive) {
     return drive.substr(0, 2) + "\\";
 #else
     // The working directory when it lies on that volume, else the volume's root.
-    const QStorageInfo here(toQt(cwd));
-    if (here.isValid() && fromQt(here.rootPath()) == drive) return cwd;
+    const QStorageInfo here(pathToQt(cwd));
+    if (here.isValid() && pathFromQt(here.rootPath()) == drive) return cwd;
     return drive;
 #endif
 }
 
-std::string QtPlatform::homeDirectory() { return fromQt(QDir::homePath()); }
+std::string QtPlatform::homeDirectory() { return pathFromQt(QDir::homePath()); }
 
-void QtPlatform::endProgram() { std::exit(0); }
+void QtPlatform::endProgram() {
+    if (end_)
+        end_();
+    else
+        QCoreApplication::exit(0);
+}
 
 } // namespace ks

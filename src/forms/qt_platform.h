@@ -4,6 +4,8 @@
 
 #include <QPointer>
 
+#include <functional>
+
 class QWidget;
 class QSoundEffect;
 
@@ -17,6 +19,8 @@ public:
 
     // Message boxes and dialogs are centred on this window.
     void setDialogParent(QWidget* parent) { parent_ = parent; }
+    // What ending the program does: the main window's farewell. Without it the event loop just ends.
+    void setProgramEnd(std::function<void()> end) { end_ = std::move(end); }
 
     std::string programPath() override;
     std::uint32_t soundDeviceCount() override;
@@ -29,7 +33,7 @@ public:
     bool hasPlainFile(const std::string& directory) override;
     OperationResult changeDirectory(const std::string& path) override;
     std::string currentDirectory() override;
-    OperationResult startProcess(const std::string& commandLine) override;
+    OperationResult startProcess(const ProgramStart& start) override;
     OperationResult openLink(const std::string& target) override;
     std::vector<std::string> drives() override;
     bool driveReady(const std::string& drive) override;
@@ -37,16 +41,25 @@ public:
     std::string homeDirectory() override;
     void endProgram() override;
 
-    // "Description (*.EXT)|*.EXT" in Qt's form; on Linux the pattern matches any case.
+    // "Description (*.EXT)|*.EXT" in Qt's form.
     static QString qtFilter(const std::string& filter);
 
 private:
     QPointer<QWidget> parent_;
     QSoundEffect* sound_ = nullptr;
+    std::function<void()> end_;
 };
 
 // File texts are bytes; the widgets show them as Latin-1 so that every byte comes back unchanged.
 QString toQt(const std::string& bytes);
 std::string fromQt(const QString& text);
+
+// Paths cross between the windows and the core in the file system's encoding.
+QString pathToQt(const std::string& path);
+std::string pathFromQt(const QString& path);
+
+// Text for the operator's eyes that may hold a path as well as typed bytes: read as UTF-8 when it is valid
+// UTF-8, else as Latin-1.
+QString displayText(const std::string& bytes);
 
 } // namespace ks

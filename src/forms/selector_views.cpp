@@ -18,11 +18,11 @@ DriveView::DriveView(Program& program, QWidget* parent) : QComboBox(parent), pro
     setObjectName(toQt(program.driveSelector().name()));
     setToolTip(toQt(program.driveSelector().toolTip()));
     for (const std::string& drive : program.platform().drives())
-        addItem(toQt(drive));
+        addItem(pathToQt(drive));
     view_ = program_.driveSelector().addView([this] { refresh(); });
     connect(this, &QComboBox::activated, this, [this](int index) {
         // A drive that is not ready leaves the list where it was.
-        if (!selectDrive(program_, fromQt(itemText(index)))) refresh();
+        if (!selectDrive(program_, pathFromQt(itemText(index)))) refresh();
     });
     refresh();
 }
@@ -30,7 +30,7 @@ DriveView::DriveView(Program& program, QWidget* parent) : QComboBox(parent), pro
 DriveView::~DriveView() { program_.driveSelector().removeView(view_); }
 
 void DriveView::refresh() {
-    const QString drive = toQt(program_.driveSelector().text());
+    const QString drive = pathToQt(program_.driveSelector().text());
     int index = drive.isEmpty() ? -1 : findText(drive);
     const QSignalBlocker blocker(this);
     if (index < 0 && !drive.isEmpty()) {
@@ -55,7 +55,7 @@ DirectoryView::DirectoryView(Program& program, QWidget* parent)
     driveView_ = program_.driveSelector().addView([this] { refresh(); });
     dirView_ = program_.directorySelector().addView([this] { refresh(); });
     connect(this, &QTreeView::activated, this, [this](const QModelIndex& index) {
-        const std::string path = fromQt(QDir::toNativeSeparators(model_->filePath(index)));
+        const std::string path = pathFromQt(QDir::toNativeSeparators(model_->filePath(index)));
         if (!selectDirectory(program_, path)) refresh();
     });
     // The model reads directories in the background and sorts them afterwards: once one on the way to the
@@ -79,8 +79,8 @@ DirectoryView::~DirectoryView() {
 }
 
 void DirectoryView::refresh() {
-    const QString drive = QDir::fromNativeSeparators(toQt(program_.driveSelector().text()));
-    const QString path = QDir::fromNativeSeparators(toQt(program_.directorySelector().text()));
+    const QString drive = QDir::fromNativeSeparators(pathToQt(program_.driveSelector().text()));
+    const QString path = QDir::fromNativeSeparators(pathToQt(program_.directorySelector().text()));
     const QModelIndex root = drive.isEmpty() ? QModelIndex() : model_->index(drive);
     const QModelIndex current = path.isEmpty() ? QModelIndex() : model_->index(path);
     // The tree starts at the selected drive when the directory lies on it.

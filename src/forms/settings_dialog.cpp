@@ -5,8 +5,8 @@
 #include "frame/catalogue.h"
 #include "frame/program.h"
 
+#include "forms/push_button.h"
 #include <QHBoxLayout>
-#include <QPushButton>
 #include <QVBoxLayout>
 
 namespace ks {
@@ -20,7 +20,7 @@ SettingsDialog::SettingsDialog(Program& program, const char* name, std::string_v
 }
 
 void SettingsDialog::setContent(QWidget* content) {
-    auto* close = new QPushButton(toQt(std::string(kCloseCaption)));
+    auto* close = new PushButton(toQt(std::string(kCloseCaption)));
     close->setObjectName(QStringLiteral("Command1"));
     close->setAutoDefault(false);
     connect(close, &QPushButton::clicked, this, &SettingsDialog::closeDialog);

@@ -10,18 +10,21 @@
 
 namespace ks {
 
-FieldEdit::FieldEdit(Field& field, QWidget* parent) : QLineEdit(parent), field_(field) {
+FieldEdit::FieldEdit(Field& field, QWidget* parent, Holds holds) : QLineEdit(parent), field_(field), holds_(holds) {
     setObjectName(toQt(field.name()));
     setToolTip(toQt(field.toolTip()));
     view_ = field_.addView([this] { refresh(); });
-    connect(this, &QLineEdit::textEdited, this, [this](const QString& text) { field_.setText(fromQt(text)); });
+    connect(this, &QLineEdit::textEdited, this,
+            [this](const QString& text) { field_.setText(holds_ == Holds::Path ? pathFromQt(text) : fromQt(text)); });
     refresh();
 }
 
 FieldEdit::~FieldEdit() { field_.removeView(view_); }
 
+QString FieldEdit::shown(const std::string& text) const { return holds_ == Holds::Path ? pathToQt(text) : toQt(text); }
+
 void FieldEdit::refresh() {
-    const QString text = toQt(field_.text());
+    const QString text = shown(field_.text());
     if (this->text() != text) {
         const QSignalBlocker blocker(this);
         setText(text);

@@ -10,10 +10,12 @@ namespace ks {
 
 // A text box that shows one field of the core. What the operator types goes to the field; a change of the
 // field by code shows here without running the field's handlers again. Leaving the box validates the field.
+// A setting's text is bytes, shown as Latin-1; a path (FFile, QDIR, FGD) is shown in the file system's encoding.
 class FieldEdit : public QLineEdit {
     Q_OBJECT
 public:
-    explicit FieldEdit(Field& field, QWidget* parent = nullptr);
+    enum class Holds { Text, Path };
+    explicit FieldEdit(Field& field, QWidget* parent = nullptr, Holds holds = Holds::Text);
     ~FieldEdit() override;
 
     Field& field() const { return field_; }
@@ -24,7 +26,10 @@ protected:
 private:
     void refresh();
 
+    QString shown(const std::string& text) const;
+
     Field& field_;
+    Holds holds_;
     Observers::Id view_;
 };
 

@@ -37,6 +37,23 @@ struct OperationResult {
     static OperationResult failure(std::string why) { return {false, std::move(why)}; }
 };
 
+// A program to start without waiting for it: one path that is never split, and its arguments. `commandLine`
+// is the same as one line, as the operator reads it and as Windows hands it on.
+struct ProgramStart {
+    std::string program;
+    std::vector<std::string> arguments;
+    std::string commandLine;
+    std::string logFile; // standard output and error are appended here; when empty they go nowhere
+};
+
+// The start of a program with its arguments, and its command line joined at blanks.
+inline ProgramStart programStart(std::string program, std::vector<std::string> arguments) {
+    std::string line = program;
+    for (const std::string& argument : arguments)
+        line += ' ' + argument;
+    return {std::move(program), std::move(arguments), std::move(line), {}};
+}
+
 // Everything the launcher needs from the machine it runs on. The GUI, the command-line tool and the
 // tests each provide one.
 class Platform {
@@ -63,8 +80,8 @@ public:
 
     virtual OperationResult changeDirectory(const std::string& path) = 0;
     virtual std::string currentDirectory() = 0;
-    // Starts a program from one command line, split at blanks, without waiting.
-    virtual OperationResult startProcess(const std::string& commandLine) = 0;
+    // Starts a program from the current directory without waiting; its standard input is empty.
+    virtual OperationResult startProcess(const ProgramStart& start) = 0;
     // Hands a document or link to the desktop's default handler.
     virtual OperationResult openLink(const std::string& target) = 0;
 

@@ -15,8 +15,8 @@ void editorProblem(Program& program, std::string text) {
 }
 } // namespace
 
-std::string textEditorCommand(PathStyle style, const std::string& target) {
-    return (style == PathStyle::Windows ? "notepad.exe " : "xdg-open ") + target;
+ProgramStart textEditorStart(PathStyle style, const std::string& target) {
+    return programStart(style == PathStyle::Windows ? "notepad.exe" : "xdg-open", {target});
 }
 
 void openCompanionFile(Program& program, std::string_view fileName) {
@@ -38,11 +38,11 @@ void openCompanionFile(Program& program, std::string_view fileName) {
     if (!changed.ok)
         editorProblem(program, "Cannot change to the Quake II directory \"" + qdir + "\": " + changed.error +
                                    ". The file is opened all the same.");
-    const std::string command = textEditorCommand(program.pathStyle(), target);
-    const OperationResult started = program.platform().startProcess(command);
+    const ProgramStart editor = textEditorStart(program.pathStyle(), target);
+    const OperationResult started = program.platform().startProcess(editor);
     if (!started.ok)
-        editorProblem(program,
-                      "Cannot open \"" + target + "\" in the text editor (" + command + "): " + started.error + ".");
+        editorProblem(program, "Cannot open \"" + target + "\" in the text editor (" + editor.commandLine +
+                                   "): " + started.error + ".");
 }
 
 } // namespace ks

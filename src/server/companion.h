@@ -1,6 +1,7 @@
 #pragma once
 
 #include "frame/path_style.h"
+#include "frame/platform.h"
 
 #include <string>
 #include <string_view>
@@ -13,7 +14,7 @@ class Program;
 // in hand, or when the file is missing or hidden, the operator is told and nothing starts.
 void openCompanionFile(Program& program, std::string_view fileName);
 
-// The command line that opens a file in the plain text editor.
-std::string textEditorCommand(PathStyle style, const std::string& target);
+// The plain text editor with the file as its one argument: Notepad on Windows, the desktop's handler on Linux.
+ProgramStart textEditorStart(PathStyle style, const std::string& target);
 
 } // namespace ks

@@ -3,6 +3,7 @@
 #include "config/file_commands.h"
 #include "frame/program.h"
 #include "server/paths.h"
+#include "server/process.h"
 
 namespace ks {
 
@@ -12,12 +13,22 @@ std::string serverCommandLine(const Program& program) {
                                                    program.field(id::FFile).text()});
 }
 
+std::string serverLogFile(const Program& program) {
+    const std::string& configFile = program.field(id::FFile).text();
+    const bool absolute = program.pathStyle() == PathStyle::Linux
+                              ? configFile.starts_with('/')
+                              : configFile.size() > 1 && (configFile[1] == ':' || configFile.starts_with("\\\\"));
+    std::string log = absolute ? configFile : program.platform().currentDirectory() + program.separator() + configFile;
+    return log + ".log";
+}
+
 LaunchResult startServer(Program& program) {
     LaunchResult result;
     if (isUnset(program.field(id::FFile).text())) return result;
     result.directory = program.field(id::QDIR).text();
     result.commandLine = serverCommandLine(program);
     result.program = serverProgram(program.pathStyle(), result.directory);
+    result.logFile = serverLogFile(program);
 
     const OperationResult changed = program.platform().changeDirectory(result.directory);
     if (!changed.ok) {
@@ -25,7 +36,10 @@ LaunchResult startServer(Program& program) {
         result.error = changed.error;
         return result;
     }
-    const OperationResult started = program.platform().startProcess(result.commandLine);
+    // The program is the one path in QDIR, blanks and all; the pieces behind it are split at blanks.
+    ProgramStart start{result.program, splitCommandLine(result.commandLine, result.program).arguments,
+                       result.commandLine, result.logFile};
+    const OperationResult started = program.platform().startProcess(start);
     result.step = started.ok ? LaunchStep::Started : LaunchStep::Start;
     result.error = started.error;
     return result;

@@ -19,13 +19,19 @@ struct LaunchResult {
     std::string commandLine; // empty when no configuration file is in hand
     std::string directory;   // QDIR, where the server runs
     std::string program;     // the game program the command line starts
+    std::string logFile;     // where the server's output goes: beside the configuration file, its name and ".log"
     std::string error;       // the platform's reason for a failure
 };
 
 // The command line that starts the server for the fields as they stand.
 std::string serverCommandLine(const Program& program);
 
-// Changes to QDIR and starts the server from the command line without waiting. Shows nothing.
+// The file that takes the server's output: the configuration file's path followed by ".log", made absolute
+// from the current directory when it is relative, so that it lies beside the configuration file.
+std::string serverLogFile(const Program& program);
+
+// Changes to QDIR and starts the server from the command line without waiting, its output appended to the log
+// file. Shows nothing.
 LaunchResult startServer(Program& program);
 
 // One line for the operator about a failed start, naming the directory or program and the reason.

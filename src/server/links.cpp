@@ -9,7 +9,7 @@ namespace ks {
 void openHelp(Program& program) {
     const std::string directory = program.programDirectory();
     if (program.pathStyle() == PathStyle::Windows)
-        program.platform().startProcess("winhlp32.exe " + directory + "ks.hlp");
+        program.platform().startProcess(programStart("winhlp32.exe", {directory + "ks.hlp"}));
     else
         program.platform().openLink(directory + "ks.html");
 }

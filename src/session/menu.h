@@ -17,6 +17,9 @@ struct MenuEntry {
     bool opensCompanionFile = false;
 };
 
+// The About entry shows the splash screen again, which is the windows' own business: it has no command here.
+inline constexpr std::string_view kAboutEntry = "mnuHelpAbout";
+
 // The whole menu tree in order.
 std::span<const MenuEntry> mainMenu();
 

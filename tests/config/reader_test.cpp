@@ -102,6 +102,26 @@ TEST(Reader, TheCutKeepsLinuxPathsAndEndsItsScanInVeryLongRecords) {
     }
 }
 
+TEST(Reader, OnLinuxAQuakeDirectoryWithBlanksComesBackWholeFromASavedFile) {
+    test::Launcher writer;
+    for (const char* qdir : {"/home/John Smith/.yq2", "/srv/games/Quake II  "}) {
+        writer.main("QDIR").setText(qdir);
+        writer.main("FFile").setText(writer.dir.file("blanks.cfg"));
+        ASSERT_TRUE(writeConfig(writer.program).ok);
+        test::Launcher reader;
+        reader.open(writer.dir.file("blanks.cfg"));
+        // Blanks at the end of the path do not survive the line's own end.
+        EXPECT_EQ(reader.main("QDIR").text(), std::string(qdir).substr(0, std::string(qdir).find_last_not_of(' ') + 1));
+    }
+    test::Launcher handWritten;
+    handWritten.open(handWritten.file("// set qdir /opt/Quake II\r\nset fraglimit 5\r\n"));
+    EXPECT_EQ(handWritten.main("QDIR").text(), "/opt/Quake II");
+    // On Windows the value still ends at its first blank.
+    test::Launcher windows(PathStyle::Windows);
+    windows.open(windows.file("// set qdir C:\\Quake II\\q2 // Added\r\n"));
+    EXPECT_EQ(windows.main("QDIR").text(), "C:\\Quake");
+}
+
 TEST(Reader, FlagValuesTurnTheBoxOnUnlessTheyAreNumbersAtOrBelowZero) {
     for (const char* on : {"1",  "0.5", ".5", "+2",    "1E2", "1d2", "&H10", "&h7fff", "&O17",   "&H10000",    "",
                            "1x", "-",   "1E", "\"0\"", "&H",  "&HG", "&O8",  "1e400",  "-1e400", "&H100000000"})

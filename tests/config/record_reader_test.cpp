@@ -1,7 +1,13 @@
 #include "config/record_reader.h"
+#include "support/child_process.h"
 #include "support/temp_dir.h"
 
 #include <gtest/gtest.h>
+
+#include <fcntl.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 using namespace ks;
 
@@ -48,4 +54,61 @@ TEST(RecordReader, LongRecordsAndLineEndsAcrossBufferBordersReadWhole) {
         EXPECT_EQ(recordsOf(head + "\r\nz"), (std::vector<std::string>{head, "z"})) << pad;
         EXPECT_EQ(recordsOf("\"" + head + "\"tail\r\nz"), (std::vector<std::string>{head, "z"})) << pad;
     }
+}
+
+TEST(RecordReader, RefusesWhatIsNotARegularFileAtOnce) {
+    test::TempDir dir;
+    const std::vector<std::pair<std::string, std::string>> cases = {
+        {"/dev/zero", "it is not a regular file"},
+        {"/dev/urandom", "it is not a regular file"},
+        {dir.path().string(), "it is a directory"},
+        {dir.file("missing.cfg"), "No such file or directory"},
+    };
+    for (const auto& [path, reason] : cases) {
+        RecordReader reader;
+        EXPECT_FALSE(reader.open(path)) << path;
+        EXPECT_TRUE(reader.failed()) << path;
+        EXPECT_EQ(reader.reason(), reason);
+    }
+
+    // A FIFO that nobody writes to would hold a blocking open for ever.
+    ASSERT_EQ(mkfifo(dir.file("fifo").c_str(), 0644), 0);
+    EXPECT_EQ(test::runInChild(
+                  [&] {
+                      RecordReader reader;
+                      return !reader.open(dir.file("fifo")) && reader.reason() == "it is not a regular file" ? 0 : 1;
+                  },
+                  5),
+              0);
+}
+
+#if defined(__SANITIZE_ADDRESS__)
+#define KS_ADDRESS_SANITIZER 1
+#elif defined(__has_feature)
+#if __has_feature(address_sanitizer)
+#define KS_ADDRESS_SANITIZER 1
+#endif
+#endif
+
+TEST(RecordReader, ARecordTooLargeToHoldEndsTheReadingAsAFailure) {
+#ifdef KS_ADDRESS_SANITIZER
+    GTEST_SKIP() << "the address sanitizer's allocator ends the program instead of throwing";
+#endif
+    // 4 GiB of zero bytes without a line end, as a sparse file: one record, far beyond the limit below.
+    test::TempDir dir;
+    const std::string path = dir.file("huge.cfg");
+    const int fd = open(path.c_str(), O_CREAT | O_WRONLY | O_CLOEXEC, 0644);
+    ASSERT_EQ(ftruncate(fd, off_t{1} << 32), 0);
+    close(fd);
+    const int code = test::runInChild(
+        [&] {
+            const rlimit limit{512u << 20, 512u << 20};
+            setrlimit(RLIMIT_AS, &limit);
+            RecordReader reader;
+            std::string record;
+            if (!reader.open(path) || reader.read(record)) return 1;
+            return reader.failed() && reader.reason() == "out of memory" && record.capacity() < 4096 ? 0 : 2;
+        },
+        60);
+    EXPECT_EQ(code, 0);
 }

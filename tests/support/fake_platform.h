@@ -3,6 +3,7 @@
 #include "frame/platform.h"
 
 #include <deque>
+#include <functional>
 #include <map>
 #include <set>
 #include <string>
@@ -71,8 +72,10 @@ public:
         return OperationResult::success();
     }
     std::string currentDirectory() override { return cwd; }
-    OperationResult startProcess(const std::string& commandLine) override {
-        record("startProcess " + commandLine, processes, commandLine);
+    std::vector<ProgramStart> starts;
+    OperationResult startProcess(const ProgramStart& start) override {
+        record("startProcess " + start.commandLine, processes, start.commandLine);
+        starts.push_back(start);
         return failStartProcess ? OperationResult::failure("No such file or directory") : OperationResult::success();
     }
     OperationResult openLink(const std::string& target) override {
@@ -86,7 +89,11 @@ public:
         return it == driveCurrent.end() ? drive : it->second;
     }
     std::string homeDirectory() override { return home; }
-    void endProgram() override { record("endProgram"), ++endCalls; }
+    std::function<void()> onEnd; // what ending does besides being counted
+    void endProgram() override {
+        record("endProgram"), ++endCalls;
+        if (onEnd) onEnd();
+    }
 
     // The answer a box gives when the test did not script one.
     static MessageAnswer firstButton(MessageButtons buttons) {

@@ -1,9 +1,19 @@
-#include "forms/wrap_button.h"
+#include "forms/push_button.h"
+
+#include <QKeyEvent>
 
 #include <QStyleOptionButton>
 #include <QStylePainter>
 
 namespace ks {
+
+void PushButton::keyPressEvent(QKeyEvent* event) {
+    if ((event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) && event->modifiers() == Qt::NoModifier) {
+        click();
+        return;
+    }
+    QPushButton::keyPressEvent(event);
+}
 
 void WrapButton::paintEvent(QPaintEvent*) {
     QStylePainter painter(this);

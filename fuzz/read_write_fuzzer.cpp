@@ -1,0 +1,63 @@
+// Reads the bytes as a configuration file, as File, Open does, and writes the file again. Whatever the bytes,
+// the launcher must not crash, and what it writes has its fixed layout: 237 lines, or 238 with a server IP,
+// each ending in CR LF.
+
+#include "cli/console_platform.h"
+#include "config/reader.h"
+#include "config/writer.h"
+#include "frame/program.h"
+#include "session/startup.h"
+
+#include <sys/mman.h>
+#include <unistd.h>
+
+#include <cstdint>
+#include <cstdlib>
+#include <sstream>
+#include <string>
+
+namespace {
+
+std::size_t countLines(const std::string& text) {
+    std::size_t lines = 0;
+    for (std::size_t at = 0; (at = text.find("\r\n", at)) != std::string::npos; at += 2)
+        ++lines;
+    return lines;
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    // The input lives in a file of memory, so that the reader opens it as it opens any file.
+    const int fd = memfd_create("ks-fuzz", 0);
+    if (fd < 0) return 0;
+    for (std::size_t done = 0; done < size;) {
+        const ssize_t n = write(fd, data + done, size - done);
+        if (n <= 0) break;
+        done += static_cast<std::size_t>(n);
+    }
+    const std::string path = "/proc/self/fd/" + std::to_string(fd);
+
+    std::ostringstream messages;
+    ks::ConsolePlatform platform(messages);
+    ks::Program program(platform, ks::PathStyle::Linux);
+    ks::connectHandlers(program);
+    program.check(ks::id::ipCheck).setState(1);
+    ks::readConfig(program, path);
+    const std::string written = ks::renderConfig(program);
+    close(fd);
+
+    const std::size_t lines = countLines(written);
+    const bool withAddress = !program.field(ks::id::IP).text().empty();
+    if (lines != (withAddress ? 238u : 237u) || !written.ends_with("\r\n")) std::abort();
+
+    // What was written reads back without harm too.
+    ks::Program again(platform, ks::PathStyle::Linux);
+    ks::connectHandlers(again);
+    const int back = memfd_create("ks-fuzz-again", 0);
+    if (back < 0) return 0;
+    if (write(back, written.data(), written.size()) == static_cast<ssize_t>(written.size()))
+        ks::readConfig(again, "/proc/self/fd/" + std::to_string(back));
+    close(back);
+    return 0;
+}

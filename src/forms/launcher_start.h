@@ -1,0 +1,40 @@
+#pragma once
+
+#include "forms/splash_screen.h"
+
+#include <QObject>
+#include <QPointer>
+
+#include <memory>
+
+namespace ks {
+
+class MainWindow;
+class Program;
+class QtPlatform;
+
+// The launcher's start as the operator sees it. The splash comes first and is painted at once; the main
+// window is built and loaded unseen behind it ("Use Default" on, the search for the mod's directory, whose
+// message stands over the splash). The splash's end unloads it and shows the main window: on the first tab
+// after Continue, on "Team Play" after the splash's own timer. Only the first of the two ends counts.
+class LauncherStart : public QObject {
+    Q_OBJECT
+public:
+    // `qtPlatform` is the desktop's platform, or null when the program runs on another one (the tests).
+    LauncherStart(Program& program, QtPlatform* qtPlatform);
+    ~LauncherStart() override;
+
+    MainWindow& window() const { return *window_; }
+    // Null once the splash has ended.
+    SplashScreen* splash() const { return splash_; }
+
+private:
+    void splashEnded(bool byContinue);
+
+    Program& program_;
+    QtPlatform* qtPlatform_;
+    std::unique_ptr<MainWindow> window_;
+    QPointer<SplashScreen> splash_;
+};
+
+} // namespace ks

@@ -1,0 +1,299 @@
+#include "config/atomic_file.h"
+#include "support/child_process.h"
+#include "support/temp_dir.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <csignal>
+#include <fcntl.h>
+#include <sys/resource.h>
+#include <sys/socket.h>
+#include <sys/stat.h>
+#include <sys/sysmacros.h>
+#include <sys/un.h>
+#include <unistd.h>
+
+using namespace ks;
+namespace fs = std::filesystem;
+
+namespace {
+
+// Puts hooks in place for one test and takes them away again.
+class ScopedHooks {
+public:
+    explicit ScopedHooks(SaveHooks hooks) : previous_(setSaveHooksForTesting(std::move(hooks))) {}
+    ~ScopedHooks() { setSaveHooksForTesting(std::move(previous_)); }
+
+private:
+    SaveHooks previous_;
+};
+
+std::vector<std::string> namesIn(const fs::path& directory) {
+    std::vector<std::string> names;
+    for (const auto& entry : fs::directory_iterator(directory))
+        names.push_back(entry.path().filename().string());
+    std::sort(names.begin(), names.end());
+    return names;
+}
+
+std::string contentOf(int fd) {
+    std::string bytes(4096, '\0');
+    const ssize_t count = pread(fd, bytes.data(), bytes.size(), 0);
+    bytes.resize(count > 0 ? static_cast<std::size_t>(count) : 0);
+    return bytes;
+}
+
+ino_t inodeOf(const std::string& path) {
+    struct stat status {};
+    lstat(path.c_str(), &status);
+    return status.st_ino;
+}
+
+} // namespace
+
+// Whatever the temporary file is, the one flushed to disk becomes the target by the rename, and only after the
+// flush: a save in place, one that skips the flush or renames first fails here.
+TEST(AtomicSave, FlushesANewFileAndRenamesItOverTheOld) {
+    for (const bool unnamed : {true, false}) {
+        test::TempDir dir;
+        const std::string target = dir.file("server.cfg");
+        test::writeBytes(target, "old\n");
+        fs::create_hard_link(target, dir.file("hard.cfg"));
+        const int reader = open(target.c_str(), O_RDONLY | O_CLOEXEC);
+        const ino_t oldFile = inodeOf(target);
+        struct {
+            int count = 0;
+            ino_t file = 0;
+            std::string targetBytes;
+        } flushed;
+        ScopedHooks hooks({.write = nullptr,
+                           .flush =
+                               [&](int fd) {
+                                   struct stat status {};
+                                   fstat(fd, &status);
+                                   flushed = {flushed.count + 1, status.st_ino, test::readBytes(target)};
+                                   return fsync(fd);
+                               },
+                           .unnamedTemporary = unnamed});
+
+        ASSERT_TRUE(replaceFileAtomically(target, "new\n").ok);
+        EXPECT_EQ(flushed.count, 1) << unnamed;
+        EXPECT_NE(flushed.file, oldFile);
+        EXPECT_EQ(flushed.targetBytes, "old\n");
+        EXPECT_EQ(inodeOf(target), flushed.file);
+        EXPECT_EQ(test::readBytes(target), "new\n");
+        EXPECT_EQ(contentOf(reader), "old\n");
+        EXPECT_EQ(test::readBytes(dir.file("hard.cfg")), "old\n");
+        EXPECT_EQ(namesIn(dir.path()), (std::vector<std::string>{"hard.cfg", "server.cfg"}));
+        close(reader);
+    }
+}
+
+TEST(AtomicSave, AWriteOrFlushThatFailsLeavesTheOldFileWholeAndNoTemporary) {
+    const std::string old = "old content\n", bytes(100000, 'n');
+    const auto shortWrite = [](int fd, const void* data, std::size_t size) {
+        return ::write(fd, data, std::min<std::size_t>(size, 3));
+    };
+    int calls = 0;
+    const auto fullDisk = [&](int fd, const void* data, std::size_t size) -> long {
+        if (++calls == 1) return ::write(fd, data, std::min<std::size_t>(size, 500));
+        errno = ENOSPC;
+        return -1;
+    };
+    const auto failedFlush = [](int) {
+        errno = EIO;
+        return -1;
+    };
+    const struct {
+        SaveHooks hooks;
+        std::string reason; // empty: the save succeeds
+    } cases[] = {{{.write = shortWrite}, ""},
+                 {{.write = fullDisk}, "No space left on device"},
+                 {{.flush = failedFlush}, "Input/output error"}};
+
+    for (const bool unnamed : {true, false}) {
+        for (const auto& [hooks, reason] : cases) {
+            test::TempDir dir;
+            const std::string target = dir.file("server.cfg");
+            test::writeBytes(target, old);
+            calls = 0;
+            SaveHooks these = hooks;
+            these.unnamedTemporary = unnamed;
+            const ScopedHooks scoped(these);
+            const OperationResult result = replaceFileAtomically(target, bytes);
+            EXPECT_EQ(result.error, reason) << unnamed;
+            EXPECT_TRUE(test::readBytes(target) == (reason.empty() ? bytes : old)) << reason;
+            EXPECT_EQ(namesIn(dir.path()), std::vector<std::string>{"server.cfg"}) << reason;
+        }
+
+        // A real write that the file size limit stops, as a full disk would.
+        test::TempDir dir;
+        const std::string target = dir.file("server.cfg");
+        test::writeBytes(target, old);
+        const int code = test::runInChild([&] {
+            std::signal(SIGXFSZ, SIG_IGN);
+            const rlimit limit{1000, 1000};
+            setrlimit(RLIMIT_FSIZE, &limit);
+            setSaveHooksForTesting({.unnamedTemporary = unnamed});
+            return replaceFileAtomically(target, bytes).error == "File too large" ? 0 : 1;
+        });
+        EXPECT_EQ(code, 0) << unnamed;
+        EXPECT_EQ(test::readBytes(target), old);
+        EXPECT_EQ(namesIn(dir.path()), std::vector<std::string>{"server.cfg"});
+    }
+}
+
+TEST(AtomicSave, RefusesWhatIsNotARegularFileAndLinkLoopsTouchingNothing) {
+    test::TempDir dir;
+    const auto at = [&](const std::string& name) { return dir.file(name); };
+    ASSERT_EQ(mkfifo(at("fifo").c_str(), 0644), 0);
+    const int sock = socket(AF_UNIX, SOCK_STREAM, 0);
+    sockaddr_un address{};
+    address.sun_family = AF_UNIX;
+    std::snprintf(address.sun_path, sizeof address.sun_path, "%s", at("socket").c_str());
+    ASSERT_EQ(bind(sock, reinterpret_cast<sockaddr*>(&address), sizeof address), 0);
+    fs::create_directory(at("dir"));
+    fs::create_symlink("fifo", at("to-fifo"));
+    fs::create_symlink("loop-b", at("loop-a"));
+    fs::create_symlink("loop-a", at("loop-b"));
+    // link-0 -> link-1 -> ... -> link-40 -> end: 41 links, one more than a path may pass.
+    test::writeBytes(at("end"), "end\n");
+    for (int i = 0; i <= 40; ++i)
+        fs::create_symlink(i == 40 ? "end" : "link-" + std::to_string(i + 1), at("link-" + std::to_string(i)));
+
+    std::vector<std::pair<std::string, std::string>> cases = {
+        {"fifo", "it is not a regular file"},
+        {"socket", "it is not a regular file"},
+        {"to-fifo", "it is not a regular file"},
+        {"dir", "it is a directory"},
+        {"dir/", "it is a directory"},
+        {"loop-a", "Too many levels of symbolic links"},
+        {"link-0", "Too many levels of symbolic links"},
+    };
+    if (test::runningAsRoot()) {
+        ASSERT_EQ(mknod(at("null").c_str(), S_IFCHR | 0666, makedev(1, 3)), 0);
+        cases.emplace_back("null", "it is not a regular file");
+    }
+    const std::vector<std::string> before = namesIn(dir.path());
+    for (const auto& [name, reason] : cases) {
+        struct stat old {
+        }, now{};
+        lstat(at(name).c_str(), &old);
+        EXPECT_EQ(replaceFileAtomically(at(name), "x").error, reason) << name;
+        lstat(at(name).c_str(), &now);
+        EXPECT_EQ(now.st_ino, old.st_ino) << name;
+        EXPECT_EQ(now.st_mode, old.st_mode) << name;
+    }
+    EXPECT_EQ(namesIn(dir.path()), before);
+    close(sock);
+
+    // Forty links are as many as a path may pass.
+    ASSERT_TRUE(replaceFileAtomically(at("link-1"), "new\n").ok);
+    EXPECT_EQ(test::readBytes(at("end")), "new\n");
+}
+
+// As `echo > link` does, a save through a link whose file is missing creates that file.
+TEST(AtomicSave, ADanglingLinkGetsTheFileItNames) {
+    test::TempDir dir;
+    fs::create_directory(dir.path() / "sub");
+    fs::create_symlink("sub/new.cfg", dir.path() / "dangling.cfg");
+    ASSERT_TRUE(replaceFileAtomically(dir.file("dangling.cfg"), "new\n").ok);
+    EXPECT_TRUE(fs::is_symlink(dir.path() / "dangling.cfg"));
+    EXPECT_EQ(test::readBytes(dir.file("sub/new.cfg")), "new\n");
+}
+
+TEST(AtomicSave, ATemporaryNameFitsBesideANameOfFullLength) {
+    for (const bool unnamed : {true, false}) {
+        test::TempDir dir;
+        const std::string name(255, 'n');
+        test::writeBytes(dir.file(name), "old\n");
+        const ScopedHooks hooks({.unnamedTemporary = unnamed});
+        EXPECT_TRUE(replaceFileAtomically(dir.file(name), "new\n").ok) << unnamed;
+        EXPECT_EQ(test::readBytes(dir.file(name)), "new\n");
+        EXPECT_EQ(namesIn(dir.path()), std::vector<std::string>{name});
+    }
+}
+
+// A save killed in the middle of its write: an unnamed temporary file goes with the process; a named one is
+// removed by a later save once it is a minute old, and nothing else of that name's likeness is.
+TEST(AtomicSave, AKilledSaveLeavesNothingThatLasts) {
+    for (const bool unnamed : {true, false}) {
+        test::TempDir dir;
+        const std::string target = dir.file("server.cfg");
+        test::writeBytes(target, "old\n");
+        int ready[2];
+        ASSERT_EQ(pipe(ready), 0);
+        std::fflush(nullptr);
+        const pid_t child = fork();
+        if (child == 0) {
+            setSaveHooksForTesting({.write =
+                                        [&](int fd, const void* data, std::size_t size) {
+                                            const long count = ::write(fd, data, size / 2);
+                                            if (::write(ready[1], "w", 1) == 1) pause();
+                                            return count;
+                                        },
+                                    .unnamedTemporary = unnamed});
+            replaceFileAtomically(target, std::string(4096, 'n'));
+            _exit(0);
+        }
+        char signal = 0;
+        ASSERT_EQ(read(ready[0], &signal, 1), 1);
+        kill(child, SIGKILL);
+        waitpid(child, nullptr, 0);
+        close(ready[0]);
+        close(ready[1]);
+        EXPECT_EQ(test::readBytes(target), "old\n");
+
+        std::vector<std::string> left = namesIn(dir.path());
+        std::erase(left, "server.cfg");
+        ASSERT_EQ(left.size(), unnamed ? 0u : 1u);
+        if (unnamed) continue;
+        const std::vector<std::string> others = {".ks0123456789ab.tmp", ".ksnothexdigits.tmp", "a.ks0123456789ab.tmp",
+                                                 ".ks0123456789ab.tmp.cfg"};
+        for (const std::string& name : others)
+            test::writeBytes(dir.file(name), "theirs");
+        const timespec twoMinutesAgo[2] = {{time(nullptr) - 120, 0}, {time(nullptr) - 120, 0}};
+        for (const std::string& name : {left[0], others[1], others[2], others[3]})
+            utimensat(AT_FDCWD, dir.file(name).c_str(), twoMinutesAgo, 0);
+
+        ASSERT_TRUE(replaceFileAtomically(target, "new\n").ok);
+        std::vector<std::string> expected = others;
+        expected.push_back("server.cfg");
+        std::sort(expected.begin(), expected.end());
+        EXPECT_EQ(namesIn(dir.path()), expected);
+    }
+}
+
+TEST(AtomicSave, AsRootKeepsTheOwnerGroupAndModeOfTheOldFile) {
+    if (!test::runningAsRoot()) GTEST_SKIP() << "only root may give a file to another user";
+    test::TempDir dir;
+    const std::string target = dir.file("server.cfg");
+    test::writeBytes(target, "old\n");
+    ASSERT_EQ(chown(target.c_str(), 1234, 2345), 0);
+    ASSERT_EQ(chmod(target.c_str(), 02640), 0);
+    ASSERT_TRUE(replaceFileAtomically(target, "new\n").ok);
+    struct stat status {};
+    stat(target.c_str(), &status);
+    EXPECT_EQ(status.st_uid, 1234u);
+    EXPECT_EQ(status.st_gid, 2345u);
+    EXPECT_EQ(status.st_mode & 07777, 02640u);
+}
+
+// In a sticky world-writable directory another user's link would steer root's save onto any file.
+TEST(AtomicSave, AsRootFollowsNoStrangersLinkInASharedDirectory) {
+    if (!test::runningAsRoot()) GTEST_SKIP() << "only root may give a link to another user";
+    test::TempDir dir;
+    const std::string victim = dir.file("victim"), shared = dir.file("shared");
+    test::writeBytes(victim, "keep\n");
+    fs::create_directory(shared);
+    ASSERT_EQ(chmod(shared.c_str(), 01777), 0);
+    const std::string link = shared + "/server.cfg";
+    fs::create_symlink(victim, link);
+    ASSERT_EQ(lchown(link.c_str(), 1234, 1234), 0);
+    EXPECT_EQ(replaceFileAtomically(link, "new\n").error, "Permission denied");
+    EXPECT_EQ(test::readBytes(victim), "keep\n");
+    ASSERT_EQ(lchown(link.c_str(), 0, 0), 0);
+    EXPECT_TRUE(replaceFileAtomically(link, "new\n").ok);
+    EXPECT_EQ(test::readBytes(victim), "new\n");
+}

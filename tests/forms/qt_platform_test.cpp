@@ -1,0 +1,134 @@
+#include "window_launcher.h"
+
+#include "config/file_commands.h"
+#include "forms/views.h"
+#include "support/temp_dir.h"
+
+#include <QFileDialog>
+#include <QFileSystemModel>
+#include <QMessageBox>
+#include <QPushButton>
+
+#include <filesystem>
+
+using namespace ks;
+using namespace ks::test;
+
+namespace {
+
+// While it lives, answers the file dialogs of the real platform with the next path and notes the text of
+// every message box, which it closes with its default button.
+class ModalAnswers : public QObject {
+public:
+    explicit ModalAnswers(QStringList paths) : paths_(std::move(paths)) {
+        timer_.callOnTimeout([this] { answer(); });
+        timer_.start(20);
+    }
+    QStringList messages;
+
+private:
+    void answer() {
+        QWidget* modal = QApplication::activeModalWidget();
+        if (auto* dialog = qobject_cast<QFileDialog*>(modal)) {
+            // As the operator types a whole path into the name box.
+            dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))
+                ->setText(paths_.isEmpty() ? QString() : paths_.takeFirst());
+            QMetaObject::invokeMethod(dialog, "accept");
+        } else if (auto* box = qobject_cast<QMessageBox*>(modal)) {
+            messages << box->text();
+            box->defaultButton()->click();
+        }
+    }
+    QStringList paths_;
+    QTimer timer_;
+};
+
+} // namespace
+
+class QtPlatformTest : public QObject {
+    Q_OBJECT
+private slots:
+    // Names beyond ASCII and with blanks go to the file system as they are named there, while the bytes of a
+    // file's text stay bytes.
+    void pathsWithAccentsAndBlanksSaveAndOpenThroughTheDialogs() {
+        TempDir temp;
+        QtPlatform platform;
+        Program program(platform, PathStyle::Linux);
+        connectHandlers(program);
+        for (const QString& folder : {QStringLiteral("Caf\u00e9"), QStringLiteral("with blank")}) {
+            const QString dir = QString::fromStdString(temp.path().string()) + QLatin1Char('/') + folder;
+            QVERIFY(QDir().mkpath(dir));
+            const QString file = dir + QStringLiteral("/server.cfg");
+            const std::string bytes = file.toUtf8().toStdString();
+
+            ModalAnswers saveAs({file});
+            saveConfigAs(program);
+            QCOMPARE(saveAs.messages, QStringList());
+            QCOMPARE(QString::fromStdString(program.field(id::FFile).text()), QString::fromStdString(bytes));
+            QVERIFY(std::filesystem::is_regular_file(std::filesystem::u8path(bytes)));
+            QVERIFY(platform.isPlainFile(bytes) && platform.isDirectory(dir.toUtf8().toStdString()));
+
+            program.field(id::FFile).setText("NONE");
+            ModalAnswers open({file});
+            chooseAndOpenConfig(program);
+            QCOMPARE(open.messages, QStringList());
+            QCOMPARE(QString::fromStdString(program.field(id::FFile).text()), QString::fromStdString(bytes));
+
+            QVERIFY(platform.changeDirectory(dir.toUtf8().toStdString()).ok);
+            QCOMPARE(platform.currentDirectory(), dir.toUtf8().toStdString());
+            // The current file shows as the file system names it.
+            FieldEdit shown(program.field(id::FFile), nullptr, FieldEdit::Holds::Path);
+            QCOMPARE(shown.text(), file);
+        }
+        QVERIFY(QDir::setCurrent(QDir::rootPath()));
+    }
+
+    // The file-type lines read as the launcher names them and match a name in either case.
+    void theFileTypeLinesReadAsNamedAndMatchEitherCase() {
+        TempDir temp;
+        for (const char* name : {"server.cfg", "SERVER.CFG", "notes.txt"})
+            writeBytes(temp.file(name), "");
+        QtPlatform platform;
+        for (const auto& [kind, line] : {std::pair{FileDialogKind::Open, "Quake Configuration Files (*.CFG)"},
+                                         {FileDialogKind::Save, "All Files (*.CFG)"}}) {
+            QStringList shown;
+            QStringList filters;
+            whenModal([&](QWidget* modal) {
+                auto* dialog = qobject_cast<QFileDialog*>(modal);
+                QVERIFY(dialog);
+                filters = dialog->nameFilters();
+                auto* model = dialog->findChild<QFileSystemModel*>();
+                const QModelIndex folder = model->index(QString::fromStdString(temp.path().string()));
+                QTRY_COMPARE(model->rowCount(folder), 2);
+                for (int row = 0; row < model->rowCount(folder); ++row)
+                    shown << model->fileName(model->index(row, 0, folder));
+                dialog->reject();
+            });
+            FileDialogRequest request;
+            request.kind = kind;
+            request.initialDirectory = temp.path().string();
+            request.filter = std::string(line) + "|*.CFG";
+            QVERIFY(!platform.fileDialog(request));
+            QCOMPARE(filters, QStringList{QString::fromLatin1(line)});
+            shown.sort();
+            QCOMPARE(shown, (QStringList{QStringLiteral("SERVER.CFG"), QStringLiteral("server.cfg")}));
+        }
+    }
+
+    // A name typed into the Open dialog that matches no file gets the launcher's own message.
+    void openingANameThatMatchesNoFileGetsTheLaunchersMessage() {
+        TempDir temp;
+        QtPlatform platform;
+        Program program(platform, PathStyle::Linux);
+        connectHandlers(program);
+        ModalAnswers open({QString::fromStdString(temp.file("missing.cfg"))});
+        chooseAndOpenConfig(program);
+        QCOMPARE(open.messages, QStringList{QStringLiteral("There is no such existing file!")});
+        QCOMPARE(program.field(id::FFile).text(), std::string("NONE"));
+        QCOMPARE(program.field(id::FFile).backColour(), kPaleYellow);
+    }
+};
+
+static RegisterTest<QtPlatformTest> registerQtPlatformTest("QtPlatformTest");
+
+#include "qt_platform_test.moc"

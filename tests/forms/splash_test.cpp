@@ -1,0 +1,161 @@
+#include "window_launcher.h"
+
+#include "forms/splash_art.h"
+#include "forms/splash_screen.h"
+
+#include <QPushButton>
+#include <QSignalSpy>
+
+using namespace ks;
+using namespace ks::test;
+
+namespace {
+
+// Lets a timer go off now instead of waiting for it.
+void fire(QTimer* timer) { QVERIFY(QMetaObject::invokeMethod(timer, "timeout", Qt::DirectConnection)); }
+
+std::vector<bool> shownPictures(const SplashScreen& splash) {
+    std::vector<bool> shown;
+    for (const char* name : {"Image1", "Image2", "Image3", "Image4"})
+        shown.push_back(!splash.findChild<QLabel*>(QLatin1String(name))->isHidden());
+    return shown;
+}
+
+// The mean colour of a picture or of a part of it.
+QColor meanColour(const QImage& image) {
+    return image.scaled(1, 1, Qt::IgnoreAspectRatio, Qt::SmoothTransformation).pixelColor(0, 0);
+}
+
+} // namespace
+
+class SplashTest : public QObject {
+    Q_OBJECT
+private slots:
+    void offersContinueOnlyOnceTheFirstSecondHasPassed() {
+        SplashScreen splash(QStringLiteral("3.11"), {});
+        splash.show();
+        QCOMPARE(splash.objectName(), QStringLiteral("frmSplash"));
+        QCOMPARE(splash.findChild<QLabel*>("VERS")->text(), QStringLiteral("3.11"));
+        QVERIFY(splash.continueButton()->isHidden());
+        for (QTimer* timer : {splash.imageTimer(), splash.endTimer(), splash.continueTimer()})
+            QVERIFY(timer->isActive());
+        fire(splash.continueTimer());
+        QVERIFY(splash.continueButton()->isVisible());
+        fire(splash.continueTimer()); // it goes on ticking and changes nothing
+        QVERIFY(splash.continueButton()->isVisible());
+        QVERIFY(!splash.hasEnded());
+    }
+
+    void picturesTakeTurnsEveryTwoSecondsInACycleOfThree() {
+        SplashScreen splash(QStringLiteral("3.11"), {});
+        QCOMPARE(shownPictures(splash), (std::vector<bool>{true, true, true, true}));
+        const std::vector<std::vector<bool>> cycle = {
+            {true, false, false, true}, {false, true, false, false}, {false, false, true, true}};
+        for (int shot = 0; shot < 7; ++shot) {
+            fire(splash.imageTimer());
+            QCOMPARE(shownPictures(splash), cycle[shot % 3]);
+        }
+    }
+
+    void endsOnceByContinueOrByItsTimerWhicheverComesFirst() {
+        SplashScreen byButton(QStringLiteral("3.11"), {});
+        QSignalSpy buttonEnds(&byButton, &SplashScreen::finished);
+        fire(byButton.continueTimer());
+        QTest::mouseClick(byButton.continueButton(), Qt::LeftButton);
+        fire(byButton.endTimer());
+        QCOMPARE(buttonEnds.count(), 1);
+        QCOMPARE(buttonEnds.at(0).at(0).toBool(), true);
+        for (QTimer* timer : {byButton.imageTimer(), byButton.endTimer(), byButton.continueTimer()})
+            QVERIFY(!timer->isActive());
+
+        SplashScreen byTimer(QStringLiteral("3.11"), {});
+        QSignalSpy timerEnds(&byTimer, &SplashScreen::finished);
+        fire(byTimer.continueTimer());
+        fire(byTimer.endTimer());
+        QTest::mouseClick(byTimer.continueButton(), Qt::LeftButton);
+        QCOMPARE(timerEnds.count(), 1);
+        QCOMPARE(timerEnds.at(0).at(0).toBool(), false);
+
+        // A close from the window manager does not end it before its time.
+        SplashScreen closed(QStringLiteral("3.11"), {});
+        closed.show();
+        QVERIFY(!closed.close());
+        QVERIFY(closed.isVisible() && !closed.hasEnded());
+    }
+
+    void asAboutItRunsModallyPlaysTheSoundEachTimeAndTellsHowItEnded() {
+        QWidget owner;
+        owner.show();
+        int sounds = 0;
+        const auto playStartSound = [&sounds] { ++sounds; };
+
+        SplashScreen first(QStringLiteral("3.11"), playStartSound, &owner);
+        QCOMPARE(sounds, 1);
+        bool wasModal = false;
+        QTimer::singleShot(0, &first, [&] {
+            wasModal = QApplication::activeModalWidget() == &first;
+            fire(first.continueTimer());
+            QTest::mouseClick(first.continueButton(), Qt::LeftButton);
+        });
+        QCOMPARE(first.exec(), true);
+        QVERIFY(wasModal);
+        QVERIFY(!first.isVisible());
+
+        SplashScreen second(QStringLiteral("3.11"), playStartSound, &owner);
+        QCOMPARE(sounds, 2);
+        QTimer::singleShot(0, &second, [&] { fire(second.endTimer()); });
+        QCOMPARE(second.exec(), false);
+        QCOMPARE(sounds, 2);
+        QVERIFY(QApplication::activeModalWidget() == nullptr);
+    }
+
+    void isCutToAnEllipseFillingTheWindow() {
+        SplashScreen splash(QStringLiteral("3.11"), {});
+        const QRegion mask = splash.mask();
+        const int w = splash.width(), h = splash.height();
+        QCOMPARE(mask.boundingRect(), splash.rect());
+        QVERIFY(mask.contains(QPoint(w / 2, h / 2)));
+        QVERIFY(mask.contains(QPoint(3, h / 2)) && mask.contains(QPoint(w / 2, h - 3)));
+        for (const QPoint corner : {QPoint(4, 4), QPoint(w - 5, 4), QPoint(4, h - 5), QPoint(w - 5, h - 5),
+                                    QPoint(w / 8, h / 8), QPoint(w - w / 8, h - h / 8)})
+            QVERIFY2(!mask.contains(corner), qPrintable(QStringLiteral("%1, %2").arg(corner.x()).arg(corner.y())));
+    }
+
+    void everyTextFitsItsPlaceWithTheFontsOfThisMachine() {
+        SplashScreen splash(QStringLiteral("3.11"), {});
+        for (const QLabel* label : splash.findChildren<QLabel*>()) {
+            if (label->text().isEmpty()) continue; // a picture
+            QVERIFY2(label->heightForWidth(label->width()) <= label->height(), qPrintable(label->objectName()));
+            QVERIFY2(QFontMetrics(label->font()).horizontalAdvance(label->text().trimmed().section(' ', 0, 0)) <=
+                         label->width(),
+                     qPrintable(label->objectName()));
+        }
+        // The shadow stays the shape of its title.
+        QCOMPARE(splash.findChild<QLabel*>("Label6")->font(), splash.findChild<QLabel*>("Label5")->font());
+    }
+
+    void picturesAreOfOneSizeDistinctAndDarkBehindTheText() {
+        const QImage banners[] = {drawBanner(Banner::RailTrail), drawBanner(Banner::RocketStreak),
+                                  drawBanner(Banner::NameBand)};
+        for (const QImage& banner : banners)
+            QCOMPARE(banner.size(), QSize(468, 60));
+        QCOMPARE(drawBanner(Banner::RocketStreak), banners[1]);
+        // Each banner's mean colour differs from the others' by a clear step in some channel.
+        for (int i = 0; i < 3; ++i) {
+            const QColor a = meanColour(banners[i]), b = meanColour(banners[(i + 1) % 3]);
+            const int step =
+                std::max({std::abs(a.red() - b.red()), std::abs(a.green() - b.green()), std::abs(a.blue() - b.blue())});
+            QVERIFY2(step >= 8, qPrintable(QString::number(i)));
+        }
+
+        const QImage backdrop = drawBackdrop();
+        QCOMPARE(backdrop.size(), QSize(450, 450));
+        QCOMPARE(drawBackdrop(), backdrop);
+        // Where the title and credits stand the picture stays near black, so that blue letters read on it.
+        QVERIFY(meanColour(backdrop.copy(0, 100, 400, 240)).lightnessF() < 0.08);
+    }
+};
+
+static RegisterTest<SplashTest> registerSplashTest("SplashTest");
+
+#include "splash_test.moc"
