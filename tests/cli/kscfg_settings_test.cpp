@@ -66,12 +66,8 @@ TEST(KscfgSet, ARefusedValueLeavesTheFileAsItWasAndEndsWithStatus3) {
     const std::string before = dir.bytes();
     const std::pair<std::string, std::string> cases[] = {
         {"fraglimit=40 deathmatch=5", "kscfg: DeathMatch, Off or On: Must be 0 or 1\n"},
-        {"hook_color=9", "kscfg: Laser Grapple ColorAllow, 1 - 8: Must be 0 - 8\n"},
-        {"damage_locate=2", "kscfg: Damage Location, Off or On: Must be 0 or 1\n"},
         {"IP=10.0.0.256", "kscfg: IP Validator: 10.0.0.256 is Invalid\n"},
-        {"'IP= 10.0.0 '", "kscfg: IP Validator: 10.0.0 is Invalid\n"},
         {"df_no_health=yes", "kscfg: df_no_health: takes 1 (on) or 0 (off)\n"},
-        {"\"hostname=$(printf 'two\\nlines')\"", "kscfg: hostname: a value cannot hold a line break\n"},
     };
     for (const auto& [assignments, message] : cases) {
         const Outcome outcome = dir.run("set server.cfg " + assignments);
