@@ -1,22 +1,20 @@
 #include "cli/commands.h"
 
-#include "cli/console_platform.h"
+#include "cli/fresh_program.h"
+#include "cli/settings_commands.h"
+#include "config/atomic_file.h"
 #include "config/reader.h"
 #include "config/writer.h"
-#include "frame/program.h"
 #include "server/launch.h"
-#include "session/startup.h"
 
+#include <algorithm>
 #include <ostream>
-#include <span>
 #include <string_view>
 #include <vector>
 
 namespace ks::cli {
 
 namespace {
-
-using Args = std::span<const std::string>;
 
 struct Command {
     std::string_view name;
@@ -25,21 +23,9 @@ struct Command {
     int (*run)(Args args, std::ostream& out, std::ostream& err);
 };
 
-// A program as the launcher has it at start, without the search for the mod's directory: every field at
-// its default, IP empty.
-struct FreshProgram {
-    explicit FreshProgram(std::ostream& err, PathStyle style = nativePathStyle())
-        : platform(err), program(platform, style) {
-        connectHandlers(program);
-        program.check(id::ipCheck).setState(1);
-    }
-    ConsolePlatform platform;
-    Program program;
-};
-
-int writeTo(Program& program, const std::string& path, std::ostream& err) {
-    program.field(id::FFile).setText(path);
-    const OperationResult result = writeConfig(program);
+// Writes the file itself rather than through FFile: in kscfg a name is a name, and "NONE" a file like others.
+int writeTo(const Program& program, const std::string& path, std::ostream& err) {
+    const OperationResult result = replaceFileAtomically(path, renderConfig(program));
     if (!result.ok) {
         err << "kscfg: cannot write " << path << ": " << result.error << '\n';
         return 1;
@@ -48,8 +34,8 @@ int writeTo(Program& program, const std::string& path, std::ostream& err) {
 }
 
 int runNew(Args args, std::ostream&, std::ostream& err) {
-    if (args.size() != 1) {
-        err << "kscfg: new needs exactly one FILE (try kscfg --help)\n";
+    if (args.size() != 1 || args[0].empty()) {
+        err << "kscfg: new needs exactly one FILE, with a name (try kscfg --help)\n";
         return 2;
     }
     FreshProgram fresh(err);
@@ -72,8 +58,8 @@ int runConvert(Args args, std::ostream&, std::ostream& err) {
             inputs.push_back(args[i]);
         }
     }
-    if (inputs.empty() || !haveOutput) {
-        err << "kscfg: convert needs at least one IN and -o OUT (try kscfg --help)\n";
+    if (inputs.empty() || !haveOutput || output.empty()) {
+        err << "kscfg: convert needs at least one IN and -o OUT, with a name (try kscfg --help)\n";
         return 2;
     }
     // Each file is read over what the ones before it left, as repeated Opens in the launcher would.
@@ -131,6 +117,9 @@ int runLaunch(Args args, std::ostream& out, std::ostream& err) {
 
 int runHelp(Args, std::ostream& out, std::ostream&);
 
+constexpr std::string_view kHelpIndent = "      ";
+constexpr std::size_t kHelpWidth = 100;
+
 constexpr Command kCommands[] = {
     {"new", "new FILE", "write the configuration of a freshly started launcher to FILE", runNew},
     {"convert", "convert IN... -o OUT",
@@ -140,6 +129,21 @@ constexpr Command kCommands[] = {
      "print the command line with which Run would start the server for CFG, read as Open reads it", runCommandLine},
     {"launch", "launch CFG",
      "read CFG as Open does, start the server from its Quake II directory and print the command line", runLaunch},
+    {"get", "get CFG [KEY...] [--json] [--quiet]",
+     "read CFG as Open does and print each KEY's value (KEY VALUE a line, the bare value for one KEY), all "
+     "settings in file order without KEY; --json gives one object",
+     runGet},
+    {"set", "set CFG KEY=VALUE... [--dry-run] [--quiet]",
+     "read CFG as Open does, give each KEY its VALUE as typing it into its field and leaving the field would, "
+     "and write CFG back in the launcher's layout; a flag takes 1 or 0; --dry-run prints the changes instead",
+     runSet},
+    {"check", "check CFG [--json]",
+     "tell for each line of CFG that the launcher's reader passes over or reads otherwise than it is written what "
+     "happens and why, as CFG:LINE: TEXT; --json gives an array of {line, kind, message}",
+     runCheck},
+    {"diff", "diff A B [--quiet]",
+     "print the settings that differ after reading A and B as Open does, as KEY A-VALUE B-VALUE", runDiff},
+    {"keys", "keys [--settable]", "list the keys of all settings (--settable: without the flag totals)", runKeys},
     {"--help", "--help", "show this help", runHelp},
 };
 
@@ -147,10 +151,23 @@ int runHelp(Args, std::ostream& out, std::ostream&) {
     out << "kscfg - the Kestrand Launcher's companion for the shell\n\n"
            "Usage:\n";
     for (const Command& command : kCommands) {
-        out << "  kscfg " << command.usage << '\n' << "      " << command.summary << '\n';
+        out << "  kscfg " << command.usage << '\n';
+        // The summary in lines of at most kHelpWidth characters.
+        std::string_view rest = command.summary;
+        while (!rest.empty()) {
+            std::size_t end = rest.size();
+            if (kHelpIndent.size() + end > kHelpWidth)
+                end = std::min(rest.rfind(' ', kHelpWidth - kHelpIndent.size()), rest.size());
+            out << kHelpIndent << rest.substr(0, end) << '\n';
+            rest = end == rest.size() ? std::string_view() : rest.substr(end + 1);
+        }
     }
     out << "\nFILE names a Quake II console script (.cfg) in the launcher's layout: CR LF line ends,\n"
-           "237 lines, or 238 with a server IP.\n";
+           "237 lines, or 238 with a server IP. KEY is a key as the file names it (kscfg keys lists them).\n"
+           "--quiet leaves out the warnings the launcher would show while reading.\n\n"
+           "Exit status: 0 done; 1 failed, or check found something, or diff found differences;\n"
+           "2 bad use or an unknown key (check and diff: also a file that cannot be read);\n"
+           "3 set: a rule refused a value, and nothing was written.\n";
     return 0;
 }
 

@@ -23,7 +23,7 @@ MessageAnswer ConsolePlatform::messageBox(const MessageBoxRequest& request) {
     std::string text = request.text;
     for (char& c : text)
         if (c == '\r') c = ' ';
-    messages_ << "warning: " << request.title << ": " << text << '\n';
+    if (!quiet_) messages_ << "warning: " << request.title << ": " << text << '\n';
     ++messageCount_;
     switch (request.buttons) {
     case MessageButtons::YesNo:

@@ -7,12 +7,14 @@
 namespace ks {
 
 // The platform of the command-line tool: no window, no sound. Message boxes become lines on the error
-// stream ("warning: TITLE: TEXT") and take their first button; file dialogs are cancelled.
+// stream ("warning: TITLE: TEXT"), none while the platform is quiet, and take their first button; file
+// dialogs are cancelled.
 class ConsolePlatform : public Platform {
 public:
     explicit ConsolePlatform(std::ostream& messages);
 
     int messageCount() const { return messageCount_; }
+    void setQuiet(bool quiet) { quiet_ = quiet; }
 
     std::string programPath() override;
     std::uint32_t soundDeviceCount() override { return 0; }
@@ -36,6 +38,7 @@ public:
 private:
     std::ostream& messages_;
     int messageCount_ = 0;
+    bool quiet_ = false;
 };
 
 } // namespace ks

@@ -10,7 +10,7 @@ namespace {
 constexpr char kQuote = '"';
 
 void showInvalid(Program& program, const std::string& address) {
-    program.platform().messageBox({address + " is Invalid", "IP Validator", MessageButtons::Ok, MessageIcon::None, 0});
+    program.platform().messageBox(invalidAddressMessage(address));
 }
 
 // An octet converts when it is a whole number from 0 to 255 written in digits alone; any number of leading
@@ -26,6 +26,10 @@ bool octetConverts(std::string_view octet) {
 }
 
 } // namespace
+
+MessageBoxRequest invalidAddressMessage(const std::string& address) {
+    return {address + " is Invalid", "IP Validator", MessageButtons::Ok, MessageIcon::None, 0};
+}
 
 std::string quoteInline(std::string text) {
     if (text.empty() || text.front() != kQuote) text.insert(text.begin(), kQuote);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "frame/catalogue.h"
+#include "frame/platform.h"
 
 #include <string>
 
@@ -29,6 +30,9 @@ void useDefaultAddressClicked(Program& program);
 // "IP Validator" with the address followed by " is Invalid", and false. An octet that is no number from 0 to
 // 255, or other than three dots: false without a message. Empty octets and leading zeros pass.
 bool isValidAddress(Program& program, std::string& address);
+
+// The message of the address test: "IP Validator", the trimmed address followed by " is Invalid".
+MessageBoxRequest invalidAddressMessage(const std::string& address);
 
 // The validate handler of IP: tests a copy of its text, so the field keeps its blanks; the result is not
 // acted on.

@@ -1,13 +1,11 @@
+#include "cli/kscfg_run.h"
 #include "config/writer.h"
 #include "support/launcher_test.h"
 
 #include <algorithm>
-#include <array>
 #include <chrono>
-#include <cstdio>
 #include <filesystem>
 #include <regex>
-#include <sys/wait.h>
 #include <thread>
 
 using namespace ks;
@@ -15,26 +13,9 @@ namespace fs = std::filesystem;
 
 namespace {
 
-struct Outcome {
-    int status;
-    std::string output;
-};
-
-// Runs kscfg with the given arguments from the given directory, standard error folded into the output.
-Outcome kscfg(const std::string& arguments, const std::string& from = "/") {
-    const std::string command = "cd '" + from + "' && '" + KSCFG_PATH + "' " + arguments + " 2>&1";
-    Outcome outcome{-1, {}};
-    FILE* pipe = popen(command.c_str(), "r");
-    if (!pipe) return outcome;
-    std::array<char, 4096> buffer;
-    for (std::size_t n; (n = fread(buffer.data(), 1, buffer.size(), pipe)) > 0;)
-        outcome.output.append(buffer.data(), n);
-    const int status = pclose(pipe);
-    outcome.status = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-    return outcome;
-}
-
-std::string quoted(const std::string& path) { return "'" + path + "'"; }
+using test::kscfg;
+using test::Outcome;
+using test::quoted;
 
 // Writes a configuration file in the launcher's layout with the given Quake II and game directory.
 void writeConfig(PathStyle style, const std::string& path, const std::string& qdir, const std::string& gameDir) {
@@ -93,17 +74,43 @@ TEST(Kscfg, NewWritesAFreshLauncherAndConvertBringsItBackWhateverItsLineEndsAndR
 TEST(Kscfg, BadUseOrAnUnreadableFileGivesOneLineAndAFailingStatus) {
     test::TempDir dir;
     const std::string missing = quoted(dir.file("missing.cfg"));
-    for (const std::string& arguments :
-         std::vector<std::string>{"", "frobnicate", "new", "new " + quoted(dir.file("no/such.cfg")), "convert a.cfg -o",
-                                  "command", "command a.cfg b.cfg", "command a.cfg --style mac", "launch",
-                                  "launch a.cfg --style linux", "command " + missing, "launch " + missing}) {
+    for (const std::string& arguments : std::vector<std::string>{
+             "", "frobnicate", "new", "new ''", "new " + quoted(dir.file("no/such.cfg")), "convert a.cfg -o",
+             "convert a.cfg -o ''", "command", "command a.cfg b.cfg", "command a.cfg --style mac", "launch",
+             "launch a.cfg --style linux", "command " + missing, "launch " + missing}) {
         const Outcome outcome = kscfg(arguments);
         EXPECT_NE(outcome.status, 0) << arguments;
         EXPECT_EQ(std::count(outcome.output.begin(), outcome.output.end(), '\n'), 1) << outcome.output;
     }
+}
+
+TEST(Kscfg, HelpListsEveryCommandAndFailsWhenItsOutputCannotBeWritten) {
     const Outcome help = kscfg("--help");
     EXPECT_EQ(help.status, 0);
-    EXPECT_NE(help.output.find("kscfg new FILE"), std::string::npos);
+    for (const char* command : {"new", "convert", "command", "launch", "get", "set", "check", "diff", "keys"})
+        EXPECT_NE(help.output.find(std::string("\n  kscfg ") + command + " "), std::string::npos) << command;
+
+    const Outcome full = kscfg("--help", "/", "2>&1 >/dev/full");
+    EXPECT_EQ(full.status, 1);
+    EXPECT_EQ(full.output, "kscfg: cannot write to standard output: No space left on device\n");
+}
+
+// The launcher's "NONE" means no file; in kscfg a name is a name.
+TEST(Kscfg, NONEIsAFileNameLikeAnyOther) {
+    test::TempDir dir;
+    const std::string golden = test::readBytes(std::string(KS_TEST_DATA) + "/default.cfg");
+    EXPECT_EQ(kscfg("new NONE", dir.path().string()).status, 0);
+    EXPECT_EQ(test::readBytes(dir.file("NONE")), golden);
+    fs::remove(dir.file("NONE"));
+    EXPECT_EQ(
+        kscfg("convert " + quoted(std::string(KS_TEST_DATA) + "/default.cfg") + " -o NONE", dir.path().string()).status,
+        0);
+    EXPECT_EQ(test::readBytes(dir.file("NONE")), golden);
+    EXPECT_EQ(kscfg("get NONE fraglimit", dir.path().string()).output, "25\n");
+
+    // An empty name names no file.
+    EXPECT_EQ(kscfg("new ''", dir.path().string()).status, 2);
+    EXPECT_EQ(kscfg("convert NONE -o ''", dir.path().string()).status, 2);
 }
 
 TEST(KscfgCommand, PrintsTheCommandLineOfRunInTheStyleAsked) {

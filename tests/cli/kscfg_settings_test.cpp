@@ -1,0 +1,313 @@
+#include "cli/kscfg_run.h"
+#include "support/temp_dir.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <set>
+#include <sstream>
+
+using namespace ks;
+using test::kscfg;
+using test::Outcome;
+using test::quoted;
+
+namespace {
+
+// A directory holding server.cfg as `kscfg new` writes it; kscfg runs from there, so messages name the file
+// as "server.cfg".
+struct ServerDir : test::TempDir {
+    ServerDir() { EXPECT_EQ(run("new server.cfg").status, 0); }
+    Outcome run(const std::string& arguments) const { return kscfg(arguments, path().string()); }
+    std::string bytes() const { return test::readBytes(file("server.cfg")); }
+};
+
+const std::string kDownloadLost = "`allow_download` is written under this key but read back as `allow_downloads`: a "
+                                  "reload does not bring back `0` and keeps `1`\n";
+
+} // namespace
+
+TEST(KscfgSet, AValueOfEveryKindComesBackThroughGet) {
+    ServerDir dir;
+    EXPECT_EQ(dir.run("get server.cfg dmflags").output, "80\n");
+    const Outcome set = dir.run("set server.cfg 'hostname=My Server  ' map=q2dm8 deathmatch=0 IP=192.168.1.20 "
+                                "df_force_respawn=1 sshotgun_wait=5 qdir=/srv/q2 game_dir=kestrand team1model=male");
+    EXPECT_EQ(set.status, 0);
+    EXPECT_EQ(set.output, "");
+    const Outcome get =
+        dir.run("get server.cfg hostname map deathmatch IP df_force_respawn dmflags sshotgun_wait qdir game_dir "
+                "team1model");
+    EXPECT_EQ(get.status, 0);
+    EXPECT_EQ(get.output, "hostname \"My Server\"\n"
+                          "map q2dm8\n"
+                          "deathmatch 0\n"
+                          "IP 192.168.1.20\n"
+                          "df_force_respawn 1024\n"
+                          "dmflags 1104\n"
+                          "sshotgun_wait 5\n"
+                          "qdir /srv/q2\n"
+                          "game_dir kestrand\n"
+                          "team1model \"male\"\n");
+    const std::string written = dir.bytes();
+    EXPECT_EQ(std::count(written.begin(), written.end(), '\n'), 238);
+    EXPECT_NE(written.find("\r\n// set df_force_respawn 1024\r\n// set df_no_armor 0\r\n"), std::string::npos);
+    EXPECT_NE(written.find("\r\n\r\nset dmflags 1104\r\n"), std::string::npos);
+
+    // A flag goes off again, and an empty IP turns "Use Default" back on, which takes its line out.
+    ASSERT_EQ(dir.run("set server.cfg df_force_respawn=0 IP=").status, 0);
+    EXPECT_EQ(dir.run("get server.cfg dmflags IP").output, "dmflags 80\nIP \n");
+    const std::string rewritten = dir.bytes();
+    EXPECT_EQ(std::count(rewritten.begin(), rewritten.end(), '\n'), 237);
+}
+
+TEST(KscfgSet, ARefusedValueLeavesTheFileAsItWasAndEndsWithStatus3) {
+    ServerDir dir;
+    ASSERT_EQ(dir.run("set server.cfg hostname=Before").status, 0);
+    const std::string before = dir.bytes();
+    const std::pair<std::string, std::string> cases[] = {
+        {"fraglimit=40 deathmatch=5", "kscfg: DeathMatch, Off or On: Must be 0 or 1\n"},
+        {"IP=10.0.0.256", "kscfg: IP Validator: 10.0.0.256 is Invalid\n"},
+        {"df_no_health=yes", "kscfg: df_no_health: takes 1 (on) or 0 (off)\n"},
+    };
+    for (const auto& [assignments, message] : cases) {
+        const Outcome outcome = dir.run("set server.cfg " + assignments);
+        EXPECT_EQ(outcome.status, 3) << assignments;
+        EXPECT_EQ(outcome.output, message);
+        EXPECT_EQ(dir.bytes(), before) << assignments;
+    }
+}
+
+TEST(KscfgSet, AnUnknownKeyOrATotalIsBadUseWithAHint) {
+    ServerDir dir;
+    const std::string before = dir.bytes();
+    const std::pair<std::string, std::string> cases[] = {
+        {"set server.cfg fraglimt=30", "kscfg: unknown key fraglimt; did you mean fraglimit?\n"},
+        {"get server.cfg force_respawn", "kscfg: unknown key force_respawn; did you mean df_force_respawn?\n"},
+        {"set server.cfg xyz=1", "kscfg: unknown key xyz (kscfg keys lists the keys)\n"},
+        {"set server.cfg dmflags=1104",
+         "kscfg: dmflags adds up its flags (df_no_health ... df_ctf_no_tech) and follows them: set a flag to 1 or 0 "
+         "instead, as in df_no_health=1\n"},
+        {"set server.cfg fraglimit", "kscfg: set takes KEY=VALUE, not fraglimit (try kscfg --help)\n"},
+        {"set server.cfg fraglimit=1 --force", "kscfg: set has no option --force (try kscfg --help)\n"},
+    };
+    for (const auto& [arguments, message] : cases) {
+        const Outcome outcome = dir.run(arguments);
+        EXPECT_EQ(outcome.status, 2) << arguments;
+        EXPECT_EQ(outcome.output, message);
+    }
+    EXPECT_EQ(dir.bytes(), before);
+}
+
+TEST(KscfgSet, DryRunShowsTheChangedLinesWithTheirNumbersAndWritesNothing) {
+    ServerDir dir;
+    const std::string before = dir.bytes();
+    const Outcome outcome = dir.run("set --dry-run server.cfg fraglimit=40 IP=10.0.0.1 map=q2dm2");
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_EQ(outcome.output, "--- server.cfg\n"
+                              "+++ server.cfg\n"
+                              "@@ -1,0 +2 @@\n"
+                              "+// set IP 10.0.0.1 // Added by KS Launcher - Do NOT modify this section\n"
+                              "@@ -12 +13 @@\n"
+                              "-set fraglimit 25\n"
+                              "+set fraglimit 40\n"
+                              "@@ -237 +238 @@\n"
+                              "-map q2dm1\n"
+                              "+map q2dm2\n");
+    EXPECT_EQ(dir.bytes(), before);
+    EXPECT_EQ(dir.run("set --dry-run server.cfg fraglimit=25").output, "");
+}
+
+// The five settings read under other keys than they are written with: a set reads the file as Open does, so
+// what the file holds for them is lost, and both the set that writes such a value and the next one say so.
+TEST(KscfgSet, SaysWhatAReloadDoesNotBringBack) {
+    ServerDir dir;
+    Outcome outcome = dir.run("set server.cfg allow_download=0");
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_EQ(outcome.output, "warning: server.cfg:14: " + kDownloadLost);
+    outcome = dir.run("set server.cfg fraglimit=40");
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_EQ(outcome.output, "warning: server.cfg:14: " + kDownloadLost);
+    EXPECT_EQ(dir.run("get server.cfg allow_download").output, "1\n");
+    EXPECT_EQ(dir.run("set --quiet server.cfg allow_download=0").output, "");
+}
+
+TEST(KscfgCheck, NamesEveryKindOfFindingInAHandWrittenFile) {
+    const std::string data = std::string(KS_TEST_DATA) + "/check";
+    Outcome outcome = kscfg("check crafted.cfg", data);
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_EQ(
+        outcome.output,
+        "crafted.cfg:1: this is not the marker line `//Kestrand Launcher AUTO CONFIG SECTION - DO NOT Modify`, which "
+        "stands exactly so with nothing behind it: the launcher warns when it opens the file, and its next save "
+        "rewrites the whole file in its own layout, dropping every line it does not read\n"
+        "crafted.cfg:3: `gravity` is no setting of the launcher: the reader passes over this line, and the "
+        "launcher's next save drops it\n"
+        "crafted.cfg:4: `fraglimt` is no setting of the launcher: the reader passes over this line, and the "
+        "launcher's next save drops it; did you mean `fraglimit`?\n"
+        "crafted.cfg:5: `hostname` is read only from a line `hostname VALUE`: the reader passes over this one\n"
+        "crafted.cfg:6: the value ends at the first blank (double quotes around it keep it whole): `hostname` takes "
+        "`My`, not `My Server`\n"
+        "crafted.cfg:7: a comma ends the record: `maxclients` takes `8`, not `8,12`\n"
+        "crafted.cfg:8: a comma ends the record, even between double quotes: `hostname` takes `\"One`, not `\"One, "
+        "Two\"`\n"
+        "crafted.cfg:9: the double quote makes the rest of the line the value, comments and all: `stdlogname` takes "
+        "`\"x.log\" // the frag log`, not `\"x.log\"`\n"
+        "crafted.cfg:10: the slash ends the reader's scan before the value is cut: `intro_song` takes the empty "
+        "text, not `misc//ks.wav`\n"
+        "crafted.cfg:11: `deathmatch` `5` is refused (DeathMatch, Off or On: Must be 0 or 1): the launcher shows "
+        "this message while it opens the file and leaves the field empty\n"
+        "crafted.cfg:12: `IP` `1.2.3.400` fails the address test: the launcher takes it as it stands, but it is no "
+        "address\n"
+        "crafted.cfg:13: `df_instant_items` `0` does nothing: a flag line only ever turns its box on, and this box "
+        "is on already (by default or from a line above), so the flag stays on\n"
+        "crafted.cfg:14: `item_quad` `off` is no number, and a value that is no number turns the box on\n"
+        "crafted.cfg:15: " +
+            kDownloadLost +
+            "crafted.cfg:16: `setmaster` is written under this key but read back as `master`: a reload does not bring "
+            "back `master.example.org 192.0.2.99` and keeps `q2master.example.net 192.0.2.10`\n"
+            "crafted.cfg:17: `dmflags` is not read: the launcher adds it up from the lines of its flags, which give "
+            "`80`, not `1024`\n"
+            "crafted.cfg:18: this comment is read as a setting: `fraglimit` takes `30`\n"
+            "crafted.cfg:19: `dedicated` is read only from a line `// set dedicated VALUE`: the reader passes over "
+            "this one\n"
+            "crafted.cfg:20: two blanks in a row give the reader an empty word, so it does not find `timelimit` in "
+            "this line\n"
+            "crafted.cfg:21: a tab is no word break for the reader, so it does not find `fraglimit` in this line\n"
+            "crafted.cfg:22: `bot_chat` is written under this key but read back as `bot_talk`: a reload does not "
+            "bring back `0` and keeps `1`\n");
+
+    // For tools: one object a finding, every kind among them.
+    outcome = kscfg("check --json crafted.cfg", data);
+    EXPECT_EQ(outcome.status, 1);
+    std::istringstream lines(outcome.output);
+    std::string line;
+    std::getline(lines, line);
+    EXPECT_EQ(line, "[");
+    std::getline(lines, line);
+    EXPECT_EQ(line, "  {\"line\": 1, \"kind\": \"no-marker\", \"message\": \"this is not the marker line "
+                    "`//Kestrand Launcher AUTO CONFIG SECTION - DO NOT Modify`, which stands exactly so with nothing "
+                    "behind it: the launcher warns when it opens the file, and its next save rewrites the whole file "
+                    "in its own layout, dropping every line it does not read\"},");
+    std::set<std::string> kinds;
+    for (std::size_t at = 0; (at = outcome.output.find("\"kind\": \"", at)) != std::string::npos;) {
+        at += 9;
+        kinds.insert(outcome.output.substr(at, outcome.output.find('"', at) - at));
+    }
+    EXPECT_EQ(kinds, (std::set<std::string>{"no-marker", "unknown-key", "not-read", "cut", "quote-tail", "refused",
+                                            "flag-only-on", "flag-not-number", "reload-lost", "comment-read"}));
+    EXPECT_TRUE(outcome.output.ends_with("\"}\n]\n"));
+}
+
+TEST(KscfgCheck, AFreshFileIsCleanAndALauncherFileNamesWhatAReloadLoses) {
+    ServerDir dir;
+    EXPECT_EQ(dir.run("check server.cfg").output, "");
+    EXPECT_EQ(dir.run("check server.cfg").status, 0);
+    EXPECT_EQ(dir.run("check --json server.cfg").output, "[]\n");
+
+    ASSERT_EQ(dir.run("set --quiet server.cfg allow_download=0 df_instant_items=0 fraglimit=40").status, 0);
+    const Outcome outcome = dir.run("check server.cfg");
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_EQ(outcome.output, "server.cfg:14: " + kDownloadLost +
+                                  "server.cfg:116: `df_instant_items` `0` does nothing: a flag line only ever turns "
+                                  "its box on, and this box is on already (by default or from a line above), so "
+                                  "the flag stays on\n"
+                                  "server.cfg:132: `dmflags` is not read: the launcher adds it up from the lines of "
+                                  "its flags, which give `80`, not `64`\n");
+
+    EXPECT_EQ(dir.run("check missing.cfg").output, "kscfg: cannot read missing.cfg: No such file or directory\n");
+    EXPECT_EQ(dir.run("check .").status, 2);
+}
+
+TEST(KscfgDiff, NamesTheSettingsThatDifferAfterReadingEach) {
+    ServerDir dir;
+    ASSERT_EQ(dir.run("new other.cfg").status, 0);
+    EXPECT_EQ(dir.run("diff server.cfg other.cfg").status, 0);
+    EXPECT_EQ(dir.run("diff server.cfg other.cfg").output, "");
+
+    ASSERT_EQ(dir.run("set other.cfg df_no_falling=1").status, 0);
+    Outcome outcome = dir.run("diff server.cfg other.cfg");
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_EQ(outcome.output, "df_no_falling 0 8\ndmflags 80 88\n");
+
+    ASSERT_EQ(dir.run("set other.cfg df_no_falling=0 'hostname=My Server' stdlogname=").status, 0);
+    outcome = dir.run("diff server.cfg other.cfg");
+    EXPECT_EQ(outcome.output, "hostname hostname '\"My Server\"'\nstdlogname \"kestrand/StdLog.log\" \"\"\n");
+    EXPECT_EQ(dir.run("diff server.cfg missing.cfg").status, 2);
+}
+
+// `get` without a key gives every setting in the order of a written file, the IP first even while it has no
+// line: the golden default file, line by line.
+TEST(KscfgGet, WithoutAKeyGivesEverySettingInTheOrderOfTheFile) {
+    const std::string golden = test::readBytes(std::string(KS_TEST_DATA) + "/default.cfg");
+    std::string expected = "IP \n";
+    std::istringstream lines(golden);
+    for (std::string line; std::getline(lines, line);) {
+        line.pop_back(); // the CR
+        if (line.ends_with(" // Added by KS Launcher - Do NOT modify this section")) line.resize(line.rfind(" //"));
+        for (const std::string opening : {"// set ", "set "})
+            if (line.starts_with(opening)) line.erase(0, opening.size());
+        if (!line.empty() && !line.starts_with("//")) expected += line + "\n";
+    }
+    const Outcome outcome = kscfg("get " + quoted(std::string(KS_TEST_DATA) + "/default.cfg"));
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_EQ(outcome.output, expected);
+    EXPECT_EQ(std::count(expected.begin(), expected.end(), '\n'), 208);
+
+    const Outcome keys = kscfg("keys"), settable = kscfg("keys --settable");
+    EXPECT_EQ(std::count(keys.output.begin(), keys.output.end(), '\n'), 208);
+    EXPECT_EQ(std::count(settable.output.begin(), settable.output.end(), '\n'), 200);
+    EXPECT_EQ(settable.output.find("\ndmflags\n"), std::string::npos);
+    EXPECT_NE(keys.output.find("\ndmflags\n"), std::string::npos);
+}
+
+TEST(KscfgGet, JsonIsOneObjectWithEveryByteAboveAsciiEscaped) {
+    ServerDir dir;
+    ASSERT_EQ(dir.run("set server.cfg \"hostname=$(printf 'Caf\\351 \\\\o/')\" fraglimit=40").status, 0);
+    const Outcome outcome = dir.run("get --json server.cfg hostname fraglimit");
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_EQ(outcome.output, "{\n  \"hostname\": \"\\\"Caf\\u00e9 \\\\o/\\\"\",\n  \"fraglimit\": \"40\"\n}\n");
+    EXPECT_EQ(dir.run("get server.cfg hostname").output, "\"Caf\xe9 \\o/\"\n");
+}
+
+TEST(KscfgCompletion, OffersCommandsOptionsFilesAndTheProgramsOwnKeys) {
+    test::TempDir dir;
+    test::writeBytes(dir.file("server.cfg"), "");
+    const std::string script = "source '" + std::string(KS_DIST_DIR) +
+                               "/kscfg.bash-completion'\n"
+                               "offer() { COMP_WORDS=(\"$@\"); COMP_CWORD=$((${#COMP_WORDS[@]} - 1)); _kscfg; "
+                               "echo \"${COMPREPLY[*]}\"; }\n"
+                               "k='" KSCFG_PATH "'\n"
+                               "offer $k c\n"
+                               "offer $k set server.cfg df_force_r\n"
+                               "offer $k set server.cfg dmfla\n"
+                               "offer $k get server.cfg dmfla\n"
+                               "offer $k set server.cfg hostname = ''\n"
+                               "offer $k get --j\n"
+                               "offer $k command server.cfg --style ''\n"
+                               "offer $k check serv\n";
+    test::writeBytes(dir.file("offer.sh"), script);
+    const Outcome offered = test::shell("cd '" + dir.path().string() + "' && bash offer.sh 2>&1");
+    EXPECT_EQ(offered.status, 0);
+    EXPECT_EQ(offered.output, "convert command check\n"
+                              "df_force_respawn=\n"
+                              "\n"
+                              "dmflags\n"
+                              "\n"
+                              "--json\n"
+                              "windows linux\n"
+                              "server.cfg\n");
+}
+
+// Where systemd is installed, the unit passes its verification with the program it names in place.
+TEST(KscfgUnit, PassesSystemdsVerification) {
+    if (test::shell("command -v systemd-analyze").status != 0) GTEST_SKIP() << "no systemd-analyze";
+    test::TempDir dir;
+    std::string unit = test::readBytes(std::string(KS_DIST_DIR) + "/kslaunch-server@.service");
+    const std::size_t exec = unit.find("\nExecStart=kscfg ");
+    ASSERT_NE(exec, std::string::npos);
+    unit.replace(exec + 11, 5, KSCFG_PATH);
+    const std::string instance = dir.file("kslaunch-server@srv-q2-kestrand-server.cfg.service");
+    test::writeBytes(instance, unit);
+    const Outcome verified = test::shell("systemd-analyze verify " + quoted(instance) + " 2>&1");
+    EXPECT_EQ(verified.status, 0) << verified.output;
+}
