@@ -1,6 +1,7 @@
 #include "cli/commands.h"
 
 #include "cli/fresh_program.h"
+#include "cli/launch_command.h"
 #include "cli/settings_commands.h"
 #include "config/atomic_file.h"
 #include "config/reader.h"
@@ -65,53 +66,41 @@ int runConvert(Args args, std::ostream&, std::ostream& err) {
     // Each file is read over what the ones before it left, as repeated Opens in the launcher would.
     FreshProgram fresh(err);
     for (const std::string& input : inputs)
-        if (!openConfigFile(fresh.program, input)) return 1;
+        if (!openOrSay(fresh, input, err)) return 1;
     return writeTo(fresh.program, output, err);
 }
 
-// The configuration file and the path style of "command" and "launch"; false after telling what is wrong.
-bool launchArguments(std::string_view command, Args args, bool styleAllowed, std::string& file, PathStyle& style,
-                     std::ostream& err) {
+// The configuration file and the path style of "command"; false after telling what is wrong.
+bool commandArguments(Args args, std::string& file, PathStyle& style, std::ostream& err) {
     bool haveFile = false;
     for (std::size_t i = 0; i < args.size(); ++i) {
-        if (styleAllowed && args[i] == "--style" && i + 1 < args.size() &&
-            (args[i + 1] == "windows" || args[i + 1] == "linux")) {
+        if (args[i] == "--style" && i + 1 < args.size() && (args[i + 1] == "windows" || args[i + 1] == "linux")) {
             style = args[++i] == "windows" ? PathStyle::Windows : PathStyle::Linux;
-        } else if (!haveFile && !args[i].starts_with("--")) {
+        } else if (!haveFile && !args[i].empty() && !args[i].starts_with("--")) {
             file = args[i];
             haveFile = true;
         } else {
-            err << "kscfg: " << command << " needs exactly one CFG"
-                << (styleAllowed ? " and at most one --style windows|linux" : "") << " (try kscfg --help)\n";
-            return false;
+            haveFile = false;
+            break;
         }
     }
-    if (!haveFile) err << "kscfg: " << command << " needs exactly one CFG (try kscfg --help)\n";
+    if (!haveFile)
+        err << "kscfg: command needs exactly one CFG and at most one --style windows|linux (try kscfg --help)\n";
     return haveFile;
 }
 
 int runCommandLine(Args args, std::ostream& out, std::ostream& err) {
     std::string file;
     PathStyle style = nativePathStyle();
-    if (!launchArguments("command", args, true, file, style, err)) return 2;
+    if (!commandArguments(args, file, style, err)) return 2;
     FreshProgram fresh(err, style);
-    if (!openConfigFile(fresh.program, file)) return 1;
+    if (!openOrSay(fresh, file, err)) return 1;
     out << serverCommandLine(fresh.program) << '\n';
     return 0;
 }
 
-int runLaunch(Args args, std::ostream& out, std::ostream& err) {
-    std::string file;
-    PathStyle style = nativePathStyle();
-    if (!launchArguments("launch", args, false, file, style, err)) return 2;
-    FreshProgram fresh(err);
-    if (!openConfigFile(fresh.program, file)) return 1;
-    const LaunchResult result = startServer(fresh.program);
-    out << result.commandLine << std::endl;
-    if (result.step != LaunchStep::Started) {
-        err << "kscfg: " << describeLaunchFailure(result) << '\n';
-        return 1;
-    }
+int runVersion(Args, std::ostream& out, std::ostream&) {
+    out << "kscfg " << kProgramVersionText << '\n';
     return 0;
 }
 
@@ -127,8 +116,11 @@ constexpr Command kCommands[] = {
      runConvert},
     {"command", "command CFG [--style windows|linux]",
      "print the command line with which Run would start the server for CFG, read as Open reads it", runCommandLine},
-    {"launch", "launch CFG",
-     "read CFG as Open does, start the server from its Quake II directory and print the command line", runLaunch},
+    {"launch", "launch CFG [--foreground | --watch]",
+     "read CFG as Open does, start the server from its Quake II directory and print the command line; the server's "
+     "output goes to CFG.log; --foreground: kscfg becomes the server; --watch: kscfg stays, starts it again after a "
+     "failure and hands signals on",
+     runLaunch},
     {"get", "get CFG [KEY...] [--json] [--quiet]",
      "read CFG as Open does and print each KEY's value (KEY VALUE a line, the bare value for one KEY), all "
      "settings in file order without KEY; --json gives one object",
@@ -144,6 +136,7 @@ constexpr Command kCommands[] = {
     {"diff", "diff A B [--quiet]",
      "print the settings that differ after reading A and B as Open does, as KEY A-VALUE B-VALUE", runDiff},
     {"keys", "keys [--settable]", "list the keys of all settings (--settable: without the flag totals)", runKeys},
+    {"--version", "--version", "print the version", runVersion},
     {"--help", "--help", "show this help", runHelp},
 };
 

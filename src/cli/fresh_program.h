@@ -1,10 +1,13 @@
 #pragma once
 
 #include "cli/console_platform.h"
+#include "config/reader.h"
+#include "config/record_reader.h"
 #include "frame/program.h"
 #include "session/startup.h"
 
-#include <iosfwd>
+#include <ostream>
+#include <string>
 
 namespace ks::cli {
 
@@ -20,5 +23,23 @@ struct FreshProgram {
     ConsolePlatform platform;
     Program program;
 };
+
+// Opens CFG as the launcher's Open does. A file that cannot be read is told in one line with the reason,
+// "kscfg: cannot read FILE: REASON", in place of the launcher's message, and gives false; a reading that stops
+// part-way, which the launcher passes over, is told as a warning.
+inline bool openOrSay(FreshProgram& fresh, const std::string& file, std::ostream& err) {
+    RecordReader probe;
+    if (!probe.open(file)) {
+        err << "kscfg: cannot read " << file << ": " << probe.reason() << '\n';
+        return false;
+    }
+    const ReadResult result = openConfigFile(fresh.program, file);
+    if (!result) {
+        err << "kscfg: cannot read " << file << ": " << result.reason << '\n';
+        return false;
+    }
+    if (!result.reason.empty()) err << "warning: " << file << ": the reading stopped early: " << result.reason << '\n';
+    return true;
+}
 
 } // namespace ks::cli

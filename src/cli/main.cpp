@@ -5,6 +5,7 @@
 #include <cstring>
 #include <exception>
 #include <iostream>
+#include <new>
 
 namespace {
 
@@ -22,6 +23,8 @@ int main(int argc, char** argv) {
     int status = 1;
     try {
         status = ks::cli::run(std::vector<std::string>(argv + 1, argv + argc), std::cout, std::cerr);
+    } catch (const std::bad_alloc&) {
+        std::cerr << "kscfg: out of memory\n";
     } catch (const std::exception& error) {
         std::cerr << "kscfg: " << error.what() << '\n';
     }

@@ -22,13 +22,24 @@ std::string serverLogFile(const Program& program) {
     return log + ".log";
 }
 
+ProgramStart serverStart(const Program& program) {
+    ProgramStart start;
+    start.program = serverProgram(program.pathStyle(), program.field(id::QDIR).text());
+    start.commandLine = serverCommandLine(program);
+    // The program is the one path in QDIR, blanks and all; the pieces behind it are split at blanks.
+    start.arguments = splitCommandLine(start.commandLine, start.program).arguments;
+    start.logFile = serverLogFile(program);
+    return start;
+}
+
 LaunchResult startServer(Program& program) {
     LaunchResult result;
     if (isUnset(program.field(id::FFile).text())) return result;
+    const ProgramStart start = serverStart(program);
     result.directory = program.field(id::QDIR).text();
-    result.commandLine = serverCommandLine(program);
-    result.program = serverProgram(program.pathStyle(), result.directory);
-    result.logFile = serverLogFile(program);
+    result.commandLine = start.commandLine;
+    result.program = start.program;
+    result.logFile = start.logFile;
 
     const OperationResult changed = program.platform().changeDirectory(result.directory);
     if (!changed.ok) {
@@ -36,9 +47,6 @@ LaunchResult startServer(Program& program) {
         result.error = changed.error;
         return result;
     }
-    // The program is the one path in QDIR, blanks and all; the pieces behind it are split at blanks.
-    ProgramStart start{result.program, splitCommandLine(result.commandLine, result.program).arguments,
-                       result.commandLine, result.logFile};
     const OperationResult started = program.platform().startProcess(start);
     result.step = started.ok ? LaunchStep::Started : LaunchStep::Start;
     result.error = started.error;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "frame/platform.h"
+
 #include <string>
 
 namespace ks {
@@ -29,6 +31,10 @@ std::string serverCommandLine(const Program& program);
 // The file that takes the server's output: the configuration file's path followed by ".log", made absolute
 // from the current directory when it is relative, so that it lies beside the configuration file.
 std::string serverLogFile(const Program& program);
+
+// What starts the server for the fields as they stand: the program in QDIR as one path, the pieces of the
+// command line behind it as its arguments, and its log file.
+ProgramStart serverStart(const Program& program);
 
 // Changes to QDIR and starts the server from the command line without waiting, its output appended to the log
 // file. Shows nothing.

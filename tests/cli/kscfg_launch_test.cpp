@@ -1,0 +1,158 @@
+#include "cli/kscfg_run.h"
+#include "config/writer.h"
+#include "support/launcher.h"
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <csignal>
+#include <filesystem>
+#include <fstream>
+#include <thread>
+
+using namespace ks;
+using test::kscfg;
+using test::Outcome;
+
+namespace fs = std::filesystem;
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+// A Quake II directory with a blank in its name, a decoy program where a split at the blank would lead, and a
+// configuration in its game directory that names it.
+struct QuakeDirectory : test::TempDir {
+    std::string qdir = file("Quake II");
+    std::string config = qdir + "/kestrand/server.cfg";
+
+    QuakeDirectory() {
+        fs::create_directories(qdir + "/kestrand");
+        test::Launcher writer;
+        writer.main("QDIR").setText(qdir);
+        writer.main("FGD").setText("kestrand");
+        writer.main("FFile").setText(config);
+        EXPECT_TRUE(writeConfig(writer.program).ok);
+        server(file("Quake"), "echo decoy > \"$(dirname \"$0\")/decoy.txt\"\n");
+    }
+    // Puts a stand-in server script in place.
+    void server(const std::string& path, const std::string& body) const {
+        test::writeBytes(path, "#!/bin/sh\n" + body);
+        fs::permissions(path, fs::perms::owner_all);
+    }
+    std::string program() const { return qdir + "/quake2"; }
+    std::string line() const {
+        return program() + " +set game kestrand +set dedicated 1 +set port 27910 +exec server.cfg";
+    }
+};
+
+// Waits up to five seconds for a file to appear and gives its bytes.
+std::string awaitFile(const std::string& path) {
+    for (int i = 0; i < 100 && !fs::exists(path); ++i)
+        std::this_thread::sleep_for(std::chrono::milliseconds(50));
+    return test::readBytes(path);
+}
+
+bool processAlive(long pid) { return fs::exists("/proc/" + std::to_string(pid)); }
+
+} // namespace
+
+TEST(KscfgLaunch, ABadDirectoryOrProgramEndsWithOneClearLine) {
+    QuakeDirectory q;
+    // The Quake II directory has no quake2 yet; a text file without #! is no program either.
+    for (const char* body : {"", "echo no shell runs me\n"}) {
+        if (*body) test::writeBytes(q.program(), body), fs::permissions(q.program(), fs::perms::owner_all);
+        const Outcome outcome = kscfg("launch " + test::quoted(q.config));
+        EXPECT_EQ(outcome.status, 1) << outcome.output;
+        EXPECT_EQ(outcome.output, q.line() + "\nkscfg: Cannot start the server program \"" + q.program() +
+                                      "\": " + (*body ? "Exec format error" : "No such file or directory") + ".\n");
+    }
+    EXPECT_FALSE(fs::exists(q.file("decoy.txt")));
+}
+
+// The server runs from QDIR with exactly its arguments, its program found whole despite the blank; kscfg does
+// not keep the terminal: its caller gets the output at once while the server runs on with its own log.
+TEST(KscfgLaunch, StartsTheServerWholeFromQdirAndLeavesItRunningOnItsOwn) {
+    QuakeDirectory q;
+    q.server(q.program(), "here=$(dirname \"$0\")\n"
+                          "{ printf '%s\\n' \"$@\"; pwd; readlink /proc/self/fd/0; echo $$; } > \"$here/record.tmp\"\n"
+                          "mv \"$here/record.tmp\" \"$here/record.txt\"\n"
+                          "echo 'server says hello'\n"
+                          "exec sleep 30\n");
+    const auto begun = Clock::now();
+    const Outcome outcome = kscfg("launch " + test::quoted(q.config), "/", "2>&1 </dev/null");
+    EXPECT_LT(Clock::now() - begun, std::chrono::seconds(5));
+    ASSERT_EQ(outcome.status, 0) << outcome.output;
+    EXPECT_EQ(outcome.output, q.line() + "\nlog: " + q.config + ".log\n");
+
+    const std::string record = awaitFile(q.qdir + "/record.txt");
+    EXPECT_EQ(record.substr(0, record.find(q.qdir)),
+              "+set\ngame\nkestrand\n+set\ndedicated\n1\n+set\nport\n27910\n+exec\nserver.cfg\n");
+    EXPECT_EQ(record.substr(record.find(q.qdir)),
+              q.qdir + "\n/dev/null\n" + record.substr(record.rfind('\n', record.size() - 2) + 1));
+    const long pid = std::stol(record.substr(record.rfind('\n', record.size() - 2) + 1));
+    EXPECT_EQ(awaitFile(q.config + ".log"), "server says hello\n");
+    // The server runs in a session of its own, away from the caller's terminal.
+    EXPECT_NE(getsid(static_cast<pid_t>(pid)), getsid(0));
+    EXPECT_NE(getsid(static_cast<pid_t>(pid)), -1);
+    EXPECT_FALSE(fs::exists(q.file("decoy.txt")));
+    kill(static_cast<pid_t>(pid), SIGKILL);
+}
+
+// In the foreground kscfg becomes the server: the same process, so a service manager's signals reach it.
+TEST(KscfgLaunch, InTheForegroundKscfgBecomesTheServer) {
+    QuakeDirectory q;
+    q.server(q.program(), "echo $$ > \"$(dirname \"$0\")/pid.txt\"\n"
+                          "tr '\\0' ' ' < /proc/$$/cmdline > \"$(dirname \"$0\")/cmdline.txt\"\n"
+                          "exec sleep 30\n");
+    const std::string command = "'" + std::string(KSCFG_PATH) + "' launch " + test::quoted(q.config) +
+                                " --foreground >" + test::quoted(q.file("out.txt")) + " 2>&1 & echo $!";
+    const long kscfgPid = std::stol(test::shell(command).output);
+    const std::string pidText = awaitFile(q.qdir + "/pid.txt");
+    ASSERT_FALSE(pidText.empty());
+    EXPECT_EQ(std::stol(pidText), kscfgPid);
+    // No kscfg stands behind the server: the process of that number runs the server's program now.
+    EXPECT_EQ(awaitFile(q.qdir + "/cmdline.txt"), "/bin/sh " + q.program() +
+                                                      " +set game kestrand +set dedicated 1 "
+                                                      "+set port 27910 +exec server.cfg ");
+    EXPECT_EQ(test::readBytes(q.file("out.txt")), q.line() + "\n");
+    kill(static_cast<pid_t>(kscfgPid), SIGTERM);
+}
+
+// The watch starts the server again after each failure, after 1 s and then 2 s, and ends with it on SIGTERM.
+TEST(KscfgLaunch, TheWatchRestartsAFailingServerWithGrowingPausesAndEndsWithItOnRequest) {
+    QuakeDirectory q;
+    q.server(q.program(), "here=$(dirname \"$0\")\n"
+                          "echo start >> \"$here/starts.txt\"\n"
+                          "[ $(wc -l < \"$here/starts.txt\") -lt 3 ] && exit 4\n"
+                          "echo $$ > \"$here/pid.txt\"\n"
+                          "trap 'echo ended > \"$here/ended.txt\"; exit 0' TERM\n"
+                          "while :; do sleep 0.1; done\n");
+    const std::string errors = q.file("watch.txt");
+    const std::string command = "'" + std::string(KSCFG_PATH) + "' launch " + test::quoted(q.config) + " --watch >" +
+                                test::quoted(q.file("out.txt")) + " 2>" + test::quoted(errors) + " & echo $!";
+    const auto begun = Clock::now();
+    const long watchPid = std::stol(test::shell(command).output);
+    const long serverPid = std::stol(awaitFile(q.qdir + "/pid.txt"));
+    // Two pauses, of 1 s and 2 s, lie between the three starts.
+    EXPECT_GE(Clock::now() - begun, std::chrono::seconds(3));
+    EXPECT_EQ(test::readBytes(q.qdir + "/starts.txt"), "start\nstart\nstart\n");
+
+    kill(static_cast<pid_t>(watchPid), SIGTERM);
+    EXPECT_EQ(awaitFile(q.qdir + "/ended.txt"), "ended\n");
+    for (int i = 0; i < 100 && (processAlive(watchPid) || processAlive(serverPid)); ++i) {
+        std::this_thread::sleep_for(std::chrono::milliseconds(50));
+        waitpid(static_cast<pid_t>(watchPid), nullptr, WNOHANG);
+    }
+    EXPECT_FALSE(processAlive(serverPid));
+    // Each start and each end is one line with its time.
+    std::ifstream in(errors);
+    std::vector<std::string> lines;
+    for (std::string line; std::getline(in, line);)
+        lines.push_back(line.substr(20)); // behind "2026-11-23T14:30:05 "
+    ASSERT_EQ(lines.size(), 6u) << test::readBytes(errors);
+    EXPECT_TRUE(lines[0].starts_with("kscfg: started the server, pid ")) << lines[0];
+    EXPECT_EQ(lines[1], "kscfg: the server ended with status 4; starting it again in 1 s");
+    EXPECT_EQ(lines[3], "kscfg: the server ended with status 4; starting it again in 2 s");
+    EXPECT_EQ(lines[5], "kscfg: the server ended with status 0 on request; the watch ends");
+}
