@@ -6,6 +6,7 @@
 #include <chrono>
 #include <filesystem>
 #include <regex>
+#include <sys/stat.h>
 #include <thread>
 
 using namespace ks;
@@ -150,4 +151,29 @@ TEST(KscfgGolden, NewAndConvertGiveTheCheckedInFilesByteForByte) {
     convert(quoted((data / "convert/in/foreign-typical.cfg").string()) + " " +
                 quoted((data / "convert/in/foreign-cr-flags.cfg").string()),
             "typical-then-flags");
+}
+
+// What is not a regular file is neither written over nor read: a FIFO without a writer does not hold kscfg up,
+// /dev/zero does not fill its memory, and each says why in one line.
+TEST(Kscfg, WhatIsNotARegularFileIsNeitherWrittenNorReadAndSaysWhy) {
+    test::TempDir dir;
+    const std::string fifo = dir.file("fifo"), loop = dir.file("loop");
+    ASSERT_EQ(mkfifo(fifo.c_str(), 0600), 0);
+    fs::create_symlink("loop", loop);
+    const std::vector<std::pair<std::string, std::string>> rows = {
+        {"new " + quoted(fifo), "kscfg: cannot write " + fifo + ": it is not a regular file\n"},
+        {"new " + quoted(loop), "kscfg: cannot write " + loop + ": Too many levels of symbolic links\n"},
+        {"convert " + quoted(fifo) + " -o " + quoted(dir.file("out.cfg")),
+         "kscfg: cannot read " + fifo + ": it is not a regular file\n"},
+        {"convert /dev/zero -o " + quoted(dir.file("out.cfg")),
+         "kscfg: cannot read /dev/zero: it is not a regular file\n"},
+    };
+    for (const auto& [arguments, said] : rows) {
+        const auto begun = std::chrono::steady_clock::now();
+        const Outcome outcome = kscfg(arguments);
+        EXPECT_LT(std::chrono::steady_clock::now() - begun, std::chrono::seconds(5)) << arguments;
+        EXPECT_EQ(outcome.status, 1) << arguments;
+        EXPECT_EQ(outcome.output, said);
+    }
+    EXPECT_TRUE(fs::is_fifo(fifo) && fs::is_symlink(loop) && !fs::exists(dir.file("out.cfg")));
 }

@@ -1,0 +1,75 @@
+#include "cli/kscfg_run.h"
+#include "frame/program.h"
+#include "server/links.h"
+#include "support/fake_platform.h"
+#include "support/temp_dir.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+using namespace ks;
+namespace fs = std::filesystem;
+
+namespace {
+
+std::string inQuotes(const std::string& text) { return "'" + text + "'"; }
+
+} // namespace
+
+// cmake --install puts every file where a Linux desktop looks for it, and the installed programs find theirs.
+TEST(Installed, EveryFileStandsInItsPlaceAndTheProgramsFindTheirs) {
+    test::TempDir prefix;
+    const std::string root = prefix.path().string();
+    ASSERT_EQ(test::shell("cmake --install " + inQuotes(KS_BUILD_DIR) + " --prefix " + inQuotes(root) + " >/dev/null")
+                  .status,
+              0);
+
+    std::vector<std::string> expected = {
+        "bin/kslaunch",
+        "bin/kscfg",
+        "share/kslaunch/ks4a.wav",
+        "share/kslaunch/rail.wav",
+        "share/kslaunch/bfg.wav",
+        "share/kslaunch/tab.wav",
+        "share/kslaunch/button.wav",
+        "share/kslaunch/ks.html",
+        "share/applications/kslaunch.desktop",
+        "share/icons/hicolor/scalable/apps/kslaunch.svg",
+        "share/metainfo/org.example.kestrand.kslaunch.metainfo.xml",
+        "share/man/man1/kslaunch.1.gz",
+        "share/man/man1/kscfg.1.gz",
+        "share/bash-completion/completions/kscfg",
+        "lib/systemd/system/kslaunch-server@.service",
+    };
+    for (const char* size : {"16", "32", "48", "64", "128", "256"})
+        expected.push_back(std::string("share/icons/hicolor/") + size + "x" + size + "/apps/kslaunch.png");
+    for (const std::string& file : expected)
+        EXPECT_TRUE(fs::is_regular_file(prefix.path() / file)) << file;
+
+    EXPECT_EQ(test::shell(inQuotes(root + "/bin/kscfg") + " --version").output, "kscfg 3.11\n");
+    EXPECT_EQ(test::shell(inQuotes(root + "/bin/kslaunch") + " --version").output, "kslaunch 3.11\n");
+    const std::string help = test::shell(inQuotes(root + "/bin/kslaunch") + " --help").output;
+    EXPECT_NE(help.find("Help page:   " + root + "/share/kslaunch/ks.html\n"), std::string::npos) << help;
+
+    // The launcher started from the prefix, seen through its platform: the start sound and the help page are
+    // those of its installation, with or without a sound device of its own.
+    test::FakePlatform platform;
+    platform.program = root + "/bin/kslaunch";
+    for (const auto& entry : fs::recursive_directory_iterator(prefix.path()))
+        if (entry.is_regular_file()) platform.plainFiles.insert(entry.path().string());
+    Program program(platform, PathStyle::Linux);
+    program.playCue("ks4a.wav");
+    openHelp(program);
+    EXPECT_EQ(platform.sounds, std::vector<std::string>{root + "/share/kslaunch/ks4a.wav"});
+    EXPECT_EQ(platform.links, std::vector<std::string>{root + "/share/kslaunch/ks.html"});
+
+    // The installed cues are sound files as promised: RIFF PCM, short, none at full scale.
+    const std::string cues = root + "/share/kslaunch/";
+    EXPECT_EQ(test::shell(inQuotes(KS_CHECK_WAV) + " --max-seconds 3 " + inQuotes(cues + "ks4a.wav")).status, 0);
+    EXPECT_EQ(test::shell(inQuotes(KS_CHECK_WAV) + " --max-seconds 1.5 " + inQuotes(cues + "rail.wav") + " " +
+                          inQuotes(cues + "bfg.wav") + " " + inQuotes(cues + "tab.wav") + " " +
+                          inQuotes(cues + "button.wav"))
+                  .status,
+              0);
+}
