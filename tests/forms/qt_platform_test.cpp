@@ -115,6 +115,21 @@ private slots:
         }
     }
 
+    // The end of the program leaves the event loop, so that everything is torn down in order.
+    void endingTheProgramEndsTheEventLoopAndDestructorsRun() {
+        bool tornDown = false;
+        {
+            struct TearDown {
+                bool& done;
+                ~TearDown() { done = true; }
+            } tearDown{tornDown};
+            QtPlatform platform;
+            QTimer::singleShot(0, [&] { platform.endProgram(); });
+            QCOMPARE(QCoreApplication::exec(), 0);
+        }
+        QVERIFY(tornDown);
+    }
+
     // A name typed into the Open dialog that matches no file gets the launcher's own message.
     void openingANameThatMatchesNoFileGetsTheLaunchersMessage() {
         TempDir temp;

@@ -87,6 +87,31 @@ TEST(CompanionFiles, OpenInTheEditorFromQdirAndWithoutAUsableFileNothingStartsAn
     }
 }
 
+// Each entry of the View menu opens its own file from the cfg folder beside the configuration file.
+TEST(CompanionFiles, EachViewEntryOpensItsOwnFile) {
+    const std::pair<const char*, const char*> entries[] = {{"Bot_Detected", "bot_detected.txt"},
+                                                           {"textfilter", "textfilter.cfg"},
+                                                           {"help", "help.txt"},
+                                                           {"ip_banned", "ip_banned.txt"},
+                                                           {"maps_ctf", "maps_ctf.txt"},
+                                                           {"maps_dm", "maps_dm.txt"},
+                                                           {"MOTD", "motd.txt"},
+                                                           {"server", "server.txt"},
+                                                           {"user_v", "user_v.txt"},
+                                                           {"user_m", "user_m.txt"},
+                                                           {"user_o", "user_o.txt"}};
+    Launcher l(PathStyle::Linux, false);
+    l.main("FFile").setText("/srv/q2/kestrand/server.cfg");
+    std::vector<std::string> opened;
+    for (const auto& [entry, file] : entries) {
+        l.platform.plainFiles.insert(std::string("/srv/q2/kestrand/cfg/") + file);
+        EXPECT_TRUE(runMenuCommand(l.program, entry)) << entry;
+        opened.push_back(std::string("xdg-open /srv/q2/kestrand/cfg/") + file);
+    }
+    EXPECT_EQ(l.platform.processes, opened);
+    EXPECT_TRUE(l.platform.messages.empty());
+}
+
 TEST(HelpAndLinks, HandTheirTargetsOnAndSayNothingWhenTheyFail) {
     Launcher w(PathStyle::Windows, false);
     w.platform.program = "C:\\KSLAUNCH\\kslaunch.exe";
