@@ -308,6 +308,7 @@ TEST(KscfgUnit, PassesSystemdsVerification) {
     unit.replace(exec + 11, 5, KSCFG_PATH);
     const std::string instance = dir.file("kslaunch-server@srv-q2-kestrand-server.cfg.service");
     test::writeBytes(instance, unit);
-    const Outcome verified = test::shell("systemd-analyze verify " + quoted(instance) + " 2>&1");
+    // --man=no: the manual page the unit names is installed with the package, not on the machine that builds it.
+    const Outcome verified = test::shell("systemd-analyze verify --man=no " + quoted(instance) + " 2>&1");
     EXPECT_EQ(verified.status, 0) << verified.output;
 }

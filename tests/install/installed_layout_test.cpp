@@ -41,6 +41,7 @@ TEST(Installed, EveryFileStandsInItsPlaceAndTheProgramsFindTheirs) {
         "share/man/man1/kscfg.1.gz",
         "share/bash-completion/completions/kscfg",
         "lib/systemd/system/kslaunch-server@.service",
+        "share/doc/kslaunch/copyright",
     };
     for (const char* size : {"16", "32", "48", "64", "128", "256"})
         expected.push_back(std::string("share/icons/hicolor/") + size + "x" + size + "/apps/kslaunch.png");
