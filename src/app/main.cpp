@@ -1,5 +1,6 @@
 #include "forms/launcher_start.h"
 #include "forms/qt_platform.h"
+#include "forms/startup_trace.h"
 #include "frame/program.h"
 #include "session/startup.h"
 
@@ -33,6 +34,7 @@ int main(int argc, char** argv) {
         return 1;
     }
     QApplication app(argc, argv);
+    ks::traceStartup();
     // The launcher ends by its exit animation, not by its last window closing.
     QApplication::setQuitOnLastWindowClosed(false);
     ks::QtPlatform platform;

@@ -3,6 +3,7 @@
 #include "forms/main_window.h"
 #include "forms/qt_platform.h"
 #include "forms/splash_screen.h"
+#include "forms/startup_trace.h"
 #include "frame/program.h"
 #include "session/startup.h"
 
@@ -26,11 +27,14 @@ LauncherStart::LauncherStart(Program& program, QtPlatform* qtPlatform) : program
     }
     loadMainForm(program_);
     if (qtPlatform_) qtPlatform_->setDialogParent(window_.get());
+    // All that is left before the main window shows is the splash's end.
+    traceStartupStep("ready");
 }
 
 LauncherStart::~LauncherStart() { delete splash_; }
 
 void LauncherStart::splashEnded(bool byContinue) {
+    traceStartupStep("splash-ended");
     splash_->hide();
     splash_->deleteLater();
     splash_ = nullptr;
