@@ -3,6 +3,7 @@
 #include "forms/main_window.h"
 #include "forms/qt_platform.h"
 #include "forms/splash_screen.h"
+#include "forms/start_ahead.h"
 #include "forms/startup_trace.h"
 #include "frame/program.h"
 #include "session/startup.h"
@@ -33,12 +34,16 @@ void waitForFirstFrame(QWidget& window) {
 
 } // namespace
 
-LauncherStart::LauncherStart(Program& program, QtPlatform* qtPlatform) : program_(program), qtPlatform_(qtPlatform) {
+LauncherStart::LauncherStart(Program& program, QtPlatform* qtPlatform, StartAhead* ahead)
+    : program_(program), qtPlatform_(qtPlatform) {
     // The splash's load step starts its timers and asks for the start sound. The splash is on the screen before
     // anything else is built; the sound starts right after its first frame, so that waking the sound system does
     // not hold the frame back.
     bool startSoundDue = false;
-    splash_ = new SplashScreen(toQt(std::string(kProgramVersionText)), [&startSoundDue] { startSoundDue = true; });
+    std::function<SplashPictures()> pictures = drawSplashPictures;
+    if (ahead) pictures = [ahead] { return ahead->takeSplashPictures(); };
+    splash_ = new SplashScreen(
+        toQt(std::string(kProgramVersionText)), [&startSoundDue] { startSoundDue = true; }, nullptr, pictures);
     connect(splash_, &SplashScreen::finished, this, &LauncherStart::splashEnded);
     splash_->show();
     waitForFirstFrame(*splash_);

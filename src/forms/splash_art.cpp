@@ -307,4 +307,18 @@ QImage drawBackdrop() {
     return image;
 }
 
+SplashPictures drawSplashPictures() {
+    SplashPictures pictures;
+    drawMissingPictures(pictures);
+    return pictures;
+}
+
+void drawMissingPictures(SplashPictures& pictures) {
+    if (pictures.backdrop.isNull()) pictures.backdrop = drawBackdrop();
+    for (const Banner banner : {Banner::RailTrail, Banner::RocketStreak, Banner::NameBand}) {
+        QImage& image = pictures.banners[std::size_t(banner)];
+        if (image.isNull()) image = drawBanner(banner);
+    }
+}
+
 } // namespace ks

@@ -2,6 +2,8 @@
 
 #include <QImage>
 
+#include <array>
+
 namespace ks {
 
 // The pictures of the splash screen, painted here: the same picture for the same fonts on every run.
@@ -22,5 +24,14 @@ QImage drawBanner(Banner banner);
 
 // The large dark picture behind the text: stars, a faint ember glow and a shield emblem.
 QImage drawBackdrop();
+
+// All the pictures of one splash screen. They may be drawn on any thread once the application object exists.
+struct SplashPictures {
+    QImage backdrop;
+    std::array<QImage, 3> banners; // in the order of Banner
+};
+SplashPictures drawSplashPictures();
+// Draws those that are still null.
+void drawMissingPictures(SplashPictures& pictures);
 
 } // namespace ks

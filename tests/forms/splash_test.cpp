@@ -1,7 +1,10 @@
 #include "window_launcher.h"
 
 #include "forms/splash_art.h"
+#include "forms/splash_picture_cache.h"
 #include "forms/splash_screen.h"
+#include "forms/start_ahead.h"
+#include "support/temp_dir.h"
 
 #include <QPushButton>
 #include <QSignalSpy>
@@ -19,6 +22,12 @@ std::vector<bool> shownPictures(const SplashScreen& splash) {
     for (const char* name : {"Image1", "Image2", "Image3", "Image4"})
         shown.push_back(!splash.findChild<QLabel*>(QLatin1String(name))->isHidden());
     return shown;
+}
+
+void comparePictures(const SplashPictures& actual, const SplashPictures& expected) {
+    QCOMPARE(actual.backdrop, expected.backdrop);
+    for (std::size_t i = 0; i < expected.banners.size(); ++i)
+        QCOMPARE(actual.banners[i], expected.banners[i]);
 }
 
 // The mean colour of a picture or of a part of it.
@@ -153,6 +162,49 @@ private slots:
         QCOMPARE(drawBackdrop(), backdrop);
         // Where the title and credits stand the picture stays near black, so that blue letters read on it.
         QVERIFY(meanColour(backdrop.copy(0, 100, 400, 240)).lightnessF() < 0.08);
+    }
+
+    // The pictures kept between runs come back as they were drawn; the name band, which follows the fonts, is
+    // not kept. A file that was cut short, damaged or written by another build is passed over.
+    void keptPicturesComeBackAsDrawnAndADoubtfulFileIsPassedOver() {
+        TempDir temp;
+        const std::string file = temp.file("cache/kslaunch/splash-pictures");
+        const SplashPictureCache cache(QString::fromStdString(file));
+        SplashPictures read;
+        QVERIFY(!cache.read(read));
+        const SplashPictures drawn = drawSplashPictures();
+        cache.write(drawn);
+        QVERIFY(cache.read(read));
+        QVERIFY(read.banners[std::size_t(Banner::NameBand)].isNull());
+        read.banners[std::size_t(Banner::NameBand)] = drawn.banners[std::size_t(Banner::NameBand)];
+        comparePictures(read, drawn);
+
+        const std::string whole = readBytes(file);
+        std::string damaged = whole;
+        damaged[damaged.size() / 2] ^= 0x10;
+        std::string otherBuild = whole;
+        otherBuild.replace(otherBuild.find("pictures ") + 9, 4, "0000");
+        for (const std::string& bytes : {whole.substr(0, whole.size() - 1), damaged, otherBuild, whole + "x"}) {
+            writeBytes(file, bytes);
+            SplashPictures nothing;
+            QVERIFY(!cache.read(nothing));
+            QVERIFY(nothing.backdrop.isNull() && nothing.banners[0].isNull() && nothing.banners[1].isNull());
+        }
+    }
+
+    // What the thread beside the start hands over is what the splash would draw itself, on the first run, which
+    // keeps the pictures, and on the next, which finds them kept.
+    void picturesDrawnAheadAreThoseTheSplashWouldDraw() {
+        TempDir temp;
+        const SplashPictureCache cache(QString::fromStdString(temp.file("splash-pictures")));
+        const SplashPictures drawn = drawSplashPictures();
+        for (int run = 0; run < 2; ++run) {
+            StartAhead ahead(cache);
+            ahead.applicationReady();
+            comparePictures(ahead.takeSplashPictures(), drawn);
+        }
+        SplashPictures kept;
+        QVERIFY(cache.read(kept));
     }
 };
 
