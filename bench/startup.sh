@@ -68,6 +68,9 @@ else
     xvfb=$!
     for _ in $(seq 50); do [ -e "/tmp/.X11-unix/X$display" ] && break; sleep 0.1; done
     export DISPLAY=":$display"
+    # Without a window manager the keyboard follows the pointer: in the middle of the screen it rests on the
+    # splash, which takes the Return that ends it.
+    xdotool mousemove 512 384
     launcherSteps=(--ready ready --press-return frmMain --after splash-ended)
     where="a private Xvfb display ($DISPLAY, 1024x768x24)"
 fi
