@@ -43,8 +43,11 @@ launcher="$build/src/kslaunch"
 work=$(mktemp -d)
 xvfb=""
 cleanup() {
+    status=$?
+    [ "$status" -ne 0 ] && [ -s "$work/errors" ] && tail -5 "$work/errors" >&2
     [ -n "$xvfb" ] && kill "$xvfb" 2>/dev/null && wait "$xvfb" 2>/dev/null
     rm -rf "$work"
+    exit "$status"
 }
 trap cleanup EXIT
 
@@ -66,8 +69,8 @@ else
     while [ -e "/tmp/.X$display-lock" ] || [ -e "/tmp/.X11-unix/X$display" ]; do display=$((display + 1)); done
     Xvfb ":$display" -screen 0 1024x768x24 -noreset -nolisten tcp >"$work/xvfb.log" 2>&1 &
     xvfb=$!
-    for _ in $(seq 50); do [ -e "/tmp/.X11-unix/X$display" ] && break; sleep 0.1; done
     export DISPLAY=":$display"
+    for _ in $(seq 50); do xdotool getdisplaygeometry >/dev/null 2>&1 && break; sleep 0.1; done
     # Without a window manager the keyboard follows the pointer: in the middle of the screen it rests on the
     # splash, which takes the Return that ends it.
     xdotool mousemove 512 384
