@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QImage>
+#include <QPainterPath>
 
 #include <array>
 
@@ -21,6 +22,10 @@ enum class Banner {
 
 // The banners fade out at their ends and lie on the window without a box around them.
 QImage drawBanner(Banner banner);
+
+// The letters of the name band as the machine's fonts shape them: all that the fonts give to the band.
+QPainterPath nameBandLetters();
+QImage drawNameBand(const QPainterPath& letters);
 
 // The large dark picture behind the text: stars, a faint ember glow and a shield emblem.
 QImage drawBackdrop();

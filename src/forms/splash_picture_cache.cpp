@@ -16,17 +16,17 @@ namespace ks {
 namespace {
 
 // The file starts with one line that names what wrote it: the digest of the drawing code (set by the build) and
-// the version of Qt that painted. The pixels follow, premultiplied ARGB32 row by row, and a check sum of them.
+// the version of Qt that painted. The fingerprint of the name band's letters follows, then the pixels of the four
+// pictures, premultiplied ARGB32 row by row, and a check sum of them.
 QByteArray headerLine() {
     return QByteArrayLiteral("kslaunch splash pictures " KS_SPLASH_ART_DIGEST " Qt ") + qVersion() + '\n';
 }
 
-std::array<QImage*, 3> kept(SplashPictures& pictures) {
-    return {&pictures.backdrop, &pictures.banners[std::size_t(Banner::RailTrail)],
-            &pictures.banners[std::size_t(Banner::RocketStreak)]};
+std::array<QImage*, 4> imagesOf(SplashPictures& pictures) {
+    return {&pictures.backdrop, &pictures.banners[0], &pictures.banners[1], &pictures.banners[2]};
 }
 
-QSize keptSize(std::size_t index) {
+QSize sizeOf(std::size_t index) {
     return index == 0 ? QSize(kBackdropSize, kBackdropSize) : QSize(kBannerWidth, kBannerHeight);
 }
 
@@ -34,7 +34,7 @@ std::string_view bytesOf(const QImage& image) {
     return {reinterpret_cast<const char*>(image.constBits()), std::size_t(image.sizeInBytes())};
 }
 
-quint64 checkSum(const std::array<QImage*, 3>& images) {
+quint64 checkSum(const std::array<QImage*, 4>& images) {
     quint64 sum = 0;
     for (const QImage* image : images)
         sum = sum * 1000003u ^ std::hash<std::string_view>{}(bytesOf(*image));
@@ -50,13 +50,25 @@ QString SplashPictureCache::defaultFile() {
            QStringLiteral("/kslaunch/splash-pictures");
 }
 
-bool SplashPictureCache::read(SplashPictures& pictures) const {
+quint64 SplashPictureCache::fingerprint(const QPainterPath& letters) {
+    QByteArray elements;
+    for (int i = 0; i < letters.elementCount(); ++i) {
+        const QPainterPath::Element element = letters.elementAt(i);
+        const double point[] = {element.x, element.y};
+        elements.append(char(element.type));
+        elements.append(reinterpret_cast<const char*>(point), sizeof point);
+    }
+    return std::hash<std::string_view>{}(std::string_view(elements.constData(), std::size_t(elements.size())));
+}
+
+bool SplashPictureCache::read(Kept& kept) const {
     QFile file(file_);
     if (!file.open(QIODevice::ReadOnly) || file.readLine(256) != headerLine()) return false;
-    SplashPictures read;
-    const std::array<QImage*, 3> images = kept(read);
+    Kept read;
+    if (file.read(reinterpret_cast<char*>(&read.letters), sizeof read.letters) != sizeof read.letters) return false;
+    const std::array<QImage*, 4> images = imagesOf(read.pictures);
     for (std::size_t i = 0; i < images.size(); ++i) {
-        QImage image(keptSize(i), QImage::Format_ARGB32_Premultiplied);
+        QImage image(sizeOf(i), QImage::Format_ARGB32_Premultiplied);
         if (image.isNull() ||
             file.read(reinterpret_cast<char*>(image.bits()), image.sizeInBytes()) != image.sizeInBytes())
             return false;
@@ -65,23 +77,24 @@ bool SplashPictureCache::read(SplashPictures& pictures) const {
     quint64 sum = 0;
     if (file.read(reinterpret_cast<char*>(&sum), sizeof sum) != sizeof sum || sum != checkSum(images) || !file.atEnd())
         return false;
-    for (std::size_t i = 0; i < images.size(); ++i)
-        *kept(pictures)[i] = std::move(*images[i]);
+    kept = std::move(read);
     return true;
 }
 
-void SplashPictureCache::write(const SplashPictures& pictures) const {
+void SplashPictureCache::write(const SplashPictures& pictures, const QPainterPath& letters) const {
     SplashPictures copy = pictures; // shares the pixels
-    const std::array<QImage*, 3> images = kept(copy);
+    const std::array<QImage*, 4> images = imagesOf(copy);
     for (std::size_t i = 0; i < images.size(); ++i) {
-        if (images[i]->size() != keptSize(i)) return;
+        if (images[i]->size() != sizeOf(i)) return;
         if (images[i]->format() != QImage::Format_ARGB32_Premultiplied)
             *images[i] = images[i]->convertToFormat(QImage::Format_ARGB32_Premultiplied);
     }
     if (!QDir().mkpath(QFileInfo(file_).absolutePath())) return;
     QSaveFile file(file_);
     if (!file.open(QIODevice::WriteOnly)) return;
+    const quint64 lettersPrint = fingerprint(letters);
     file.write(headerLine());
+    file.write(reinterpret_cast<const char*>(&lettersPrint), sizeof lettersPrint);
     for (const QImage* image : images) {
         const std::string_view bytes = bytesOf(*image);
         file.write(bytes.data(), qint64(bytes.size()));

@@ -1,5 +1,7 @@
 #include "forms/start_ahead.h"
 
+#include <QThread>
+
 #include <utility>
 
 #ifdef KS_HAVE_FONTCONFIG
@@ -8,7 +10,12 @@
 
 namespace ks {
 
-StartAhead::StartAhead(SplashPictureCache cache) : cache_(std::move(cache)), thread_(&StartAhead::run, this) {}
+StartAhead::StartAhead(SplashPictureCache cache) : cache_(std::move(cache)) {
+    // Qt takes the first thread that asks for its thread data for the program's main thread. The thread started
+    // here reads a file with Qt before the application exists, so this thread asks first.
+    QThread::currentThread();
+    thread_ = std::thread(&StartAhead::run, this);
+}
 
 StartAhead::~StartAhead() {
     if (!wentOn_) goOn_.set_value(false);
@@ -22,18 +29,25 @@ void StartAhead::run() {
 #ifdef KS_HAVE_FONTCONFIG
     FcInit();
 #endif
-    SplashPictures pictures;
-    const bool kept = cache_.read(pictures);
+    SplashPictureCache::Kept kept;
+    const bool read = cache_.read(kept);
     fontsRead_.set_value();
     if (!goOn_.get_future().get()) return;
+    // The kept pictures serve when the fonts shape the name band's letters as they did for the kept band.
+    SplashPictures& pictures = kept.pictures;
+    QPainterPath letters;
+    bool drawn = false;
     try {
+        letters = nameBandLetters();
+        drawn = !read || kept.letters != SplashPictureCache::fingerprint(letters);
+        if (drawn) pictures.banners[std::size_t(Banner::NameBand)] = drawNameBand(letters);
         drawMissingPictures(pictures);
     } catch (...) {
         pictures_.set_exception(std::current_exception());
         return;
     }
     pictures_.set_value(pictures);
-    if (!kept) cache_.write(pictures);
+    if (drawn) cache_.write(pictures, letters);
 }
 
 void StartAhead::applicationReady() {

@@ -12,8 +12,8 @@ namespace ks {
 //
 // Made first thing in main, before the application object, it reads the machine's font configuration and the
 // splash's pictures kept from an earlier run while the application connects to the display. Once the application
-// exists, it draws the pictures that need fonts, or were not kept, while the main thread lays out the splash's
-// texts.
+// exists, it checks the kept name band against the fonts and draws what was not kept, while the main thread lays
+// out the splash's texts.
 class StartAhead {
 public:
     explicit StartAhead(SplashPictureCache cache = SplashPictureCache());

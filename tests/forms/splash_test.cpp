@@ -164,20 +164,22 @@ private slots:
         QVERIFY(meanColour(backdrop.copy(0, 100, 400, 240)).lightnessF() < 0.08);
     }
 
-    // The pictures kept between runs come back as they were drawn; the name band, which follows the fonts, is
-    // not kept. A file that was cut short, damaged or written by another build is passed over.
+    // The pictures kept between runs come back as they were drawn, with the letters of their name band. A file
+    // that was cut short, damaged or written by another build is passed over.
     void keptPicturesComeBackAsDrawnAndADoubtfulFileIsPassedOver() {
         TempDir temp;
         const std::string file = temp.file("cache/kslaunch/splash-pictures");
         const SplashPictureCache cache(QString::fromStdString(file));
-        SplashPictures read;
-        QVERIFY(!cache.read(read));
+        SplashPictureCache::Kept kept;
+        QVERIFY(!cache.read(kept));
         const SplashPictures drawn = drawSplashPictures();
-        cache.write(drawn);
-        QVERIFY(cache.read(read));
-        QVERIFY(read.banners[std::size_t(Banner::NameBand)].isNull());
-        read.banners[std::size_t(Banner::NameBand)] = drawn.banners[std::size_t(Banner::NameBand)];
-        comparePictures(read, drawn);
+        const QPainterPath letters = nameBandLetters();
+        QVERIFY(!letters.isEmpty());
+        cache.write(drawn, letters);
+        QVERIFY(cache.read(kept));
+        comparePictures(kept.pictures, drawn);
+        QCOMPARE(kept.letters, SplashPictureCache::fingerprint(letters));
+        QVERIFY(SplashPictureCache::fingerprint(letters.translated(0.5, 0)) != kept.letters);
 
         const std::string whole = readBytes(file);
         std::string damaged = whole;
@@ -186,25 +188,33 @@ private slots:
         otherBuild.replace(otherBuild.find("pictures ") + 9, 4, "0000");
         for (const std::string& bytes : {whole.substr(0, whole.size() - 1), damaged, otherBuild, whole + "x"}) {
             writeBytes(file, bytes);
-            SplashPictures nothing;
+            SplashPictureCache::Kept nothing;
             QVERIFY(!cache.read(nothing));
-            QVERIFY(nothing.backdrop.isNull() && nothing.banners[0].isNull() && nothing.banners[1].isNull());
+            QVERIFY(nothing.pictures.backdrop.isNull() && nothing.pictures.banners[2].isNull());
         }
     }
 
-    // What the thread beside the start hands over is what the splash would draw itself, on the first run, which
-    // keeps the pictures, and on the next, which finds them kept.
+    // What the thread beside the start hands over is what the splash would draw itself: on the first run, which
+    // keeps the pictures, on the next, which finds them kept, and after the fonts came to shape the name band's
+    // letters otherwise, which draws the band again.
     void picturesDrawnAheadAreThoseTheSplashWouldDraw() {
         TempDir temp;
         const SplashPictureCache cache(QString::fromStdString(temp.file("splash-pictures")));
         const SplashPictures drawn = drawSplashPictures();
-        for (int run = 0; run < 2; ++run) {
+        const auto startOnce = [&] {
             StartAhead ahead(cache);
             ahead.applicationReady();
             comparePictures(ahead.takeSplashPictures(), drawn);
-        }
-        SplashPictures kept;
+        };
+        startOnce();
+        startOnce();
+        SplashPictures otherFonts = drawn;
+        otherFonts.banners[std::size_t(Banner::NameBand)] = drawn.banners[std::size_t(Banner::RailTrail)];
+        cache.write(otherFonts, nameBandLetters().translated(1, 0));
+        startOnce();
+        SplashPictureCache::Kept kept;
         QVERIFY(cache.read(kept));
+        comparePictures(kept.pictures, drawn);
     }
 };
 
