@@ -1,7 +1,5 @@
 #include "forms/sound_output.h"
 
-#include <QPluginLoader>
-
 namespace ks {
 
 QStringList soundModuleFiles(const QString& programDirectory) {
@@ -12,11 +10,6 @@ QStringList soundModuleFiles(const QString& programDirectory) {
     files << programDirectory + QStringLiteral("/" KS_SOUND_MODULE_DIR) + name;
 #endif
     return files;
-}
-
-void preloadSoundModule(const QStringList& files) {
-    for (const QString& file : files)
-        if (QPluginLoader(file).load()) return;
 }
 
 } // namespace ks

@@ -9,8 +9,8 @@
 namespace ks {
 
 // The launcher's sounds. They come from a module of their own (kslaunch-sound), which the desktop program
-// loads when the first window is on the screen: the sound libraries are many and would otherwise be loaded
-// before anything is shown.
+// loads at the first sound, after the splash's first frame: the sound libraries are many and would otherwise be
+// loaded before anything is shown.
 class SoundOutput {
 public:
     virtual ~SoundOutput() = default;
@@ -22,9 +22,6 @@ public:
 // Where the sound module may stand for a program in `programDirectory`, the likeliest first: beside the program
 // (the build tree, Windows) and in the library directory of its installation.
 QStringList soundModuleFiles(const QString& programDirectory);
-// Loads the sound module's library without making its object, so that the first sound finds it loaded. Runs
-// on any thread.
-void preloadSoundModule(const QStringList& files);
 
 } // namespace ks
 

@@ -30,7 +30,12 @@ void StartAhead::run() {
     FcInit();
 #endif
     SplashPictureCache::Kept kept;
-    const bool read = cache_.read(kept);
+    bool read = false;
+    try {
+        read = cache_.read(kept);
+    } catch (...) {
+        // Pictures that could not be read are drawn.
+    }
     fontsRead_.set_value();
     if (!goOn_.get_future().get()) return;
     // The kept pictures serve when the fonts shape the name band's letters as they did for the kept band.
