@@ -1,5 +1,7 @@
 #include "forms/launcher_start.h"
 #include "forms/qt_platform.h"
+#include "forms/start_ahead.h"
+#include "forms/startup_trace.h"
 #include "frame/program.h"
 #include "session/startup.h"
 
@@ -62,12 +64,15 @@ int main(int argc, char** argv) {
                    stderr);
         return 1;
     }
+    ks::StartAhead ahead;
     QApplication app(argc, argv);
+    ks::traceStartup();
+    ahead.applicationReady();
     // The launcher ends by its exit animation, not by its last window closing.
     QApplication::setQuitOnLastWindowClosed(false);
     ks::QtPlatform platform;
     ks::Program program(platform);
     ks::connectHandlers(program);
-    ks::LauncherStart start(program, &platform);
+    ks::LauncherStart start(program, &platform, &ahead);
     return app.exec();
 }

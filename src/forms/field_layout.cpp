@@ -8,7 +8,6 @@
 #include <QGroupBox>
 #include <QHBoxLayout>
 #include <QLabel>
-#include <QRegularExpression>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -28,10 +27,7 @@ struct NamedLabel {
 constexpr NamedLabel kNamedLabels[] = {{"FCD3", kCampDistanceLabelName}};
 
 // The two phrases of the label that spans two fields.
-QStringList sharedLabelPhrases() {
-    static const QRegularExpression gap(QStringLiteral("\\s{2,}"));
-    return toQt(std::string(kSharedRespawnLabel)).split(gap, Qt::SkipEmptyParts);
-}
+QStringList sharedLabelPhrases() { return captionPhrases(toQt(std::string(kSharedRespawnLabel))); }
 
 QGridLayout* newGrid(QWidget* owner) {
     auto* grid = new QGridLayout(owner);

@@ -3,21 +3,51 @@
 #include "forms/main_window.h"
 #include "forms/qt_platform.h"
 #include "forms/splash_screen.h"
+#include "forms/start_ahead.h"
+#include "forms/startup_trace.h"
 #include "frame/program.h"
 #include "session/startup.h"
 
 #include <QCoreApplication>
+#include <QDeadlineTimer>
+#include <QTimer>
+#include <QWindow>
 
 namespace ks {
 
-LauncherStart::LauncherStart(Program& program, QtPlatform* qtPlatform) : program_(program), qtPlatform_(qtPlatform) {
-    // The splash's load step plays the start sound and starts its timers; it is on the screen before anything
-    // else is built.
-    splash_ = new SplashScreen(toQt(std::string(kProgramVersionText)), [this] { program_.playCue("ks4a.wav"); });
+namespace {
+
+// A window manager may hold a new window back; the start does not wait longer than this for the splash.
+constexpr int kFirstFrameWaitMs = 250;
+
+// Runs the event loop until the window has been exposed, which paints it and hands the frame to the screen.
+void waitForFirstFrame(QWidget& window) {
+    QWindow* handle = window.windowHandle();
+    if (!handle) return;
+    const QDeadlineTimer deadline(kFirstFrameWaitMs);
+    QTimer wake; // ends the wait for events when nothing else comes
+    wake.setSingleShot(true);
+    wake.start(kFirstFrameWaitMs);
+    while (!handle->isExposed() && !deadline.hasExpired())
+        QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents | QEventLoop::WaitForMoreEvents);
+}
+
+} // namespace
+
+LauncherStart::LauncherStart(Program& program, QtPlatform* qtPlatform, StartAhead* ahead)
+    : program_(program), qtPlatform_(qtPlatform) {
+    // The splash's load step starts its timers and asks for the start sound. The splash is on the screen before
+    // anything else is built; the sound starts right after its first frame, so that waking the sound system does
+    // not hold the frame back.
+    bool startSoundDue = false;
+    std::function<SplashPictures()> pictures = drawSplashPictures;
+    if (ahead) pictures = [ahead] { return ahead->takeSplashPictures(); };
+    splash_ = new SplashScreen(
+        toQt(std::string(kProgramVersionText)), [&startSoundDue] { startSoundDue = true; }, nullptr, pictures);
     connect(splash_, &SplashScreen::finished, this, &LauncherStart::splashEnded);
     splash_->show();
-    splash_->repaint();
-    QCoreApplication::processEvents();
+    waitForFirstFrame(*splash_);
+    if (startSoundDue) program_.playCue("ks4a.wav");
 
     window_ = std::make_unique<MainWindow>(program_);
     if (qtPlatform_) {
@@ -26,11 +56,14 @@ LauncherStart::LauncherStart(Program& program, QtPlatform* qtPlatform) : program
     }
     loadMainForm(program_);
     if (qtPlatform_) qtPlatform_->setDialogParent(window_.get());
+    // All that is left before the main window shows is the splash's end.
+    traceStartupStep("ready");
 }
 
 LauncherStart::~LauncherStart() { delete splash_; }
 
 void LauncherStart::splashEnded(bool byContinue) {
+    traceStartupStep("splash-ended");
     splash_->hide();
     splash_->deleteLater();
     splash_ = nullptr;

@@ -12,6 +12,7 @@ namespace ks {
 class MainWindow;
 class Program;
 class QtPlatform;
+class StartAhead;
 
 // The launcher's start as the operator sees it. The splash comes first and is painted at once; the main
 // window is built and loaded unseen behind it ("Use Default" on, the search for the mod's directory, whose
@@ -20,8 +21,9 @@ class QtPlatform;
 class LauncherStart : public QObject {
     Q_OBJECT
 public:
-    // `qtPlatform` is the desktop's platform, or null when the program runs on another one (the tests).
-    LauncherStart(Program& program, QtPlatform* qtPlatform);
+    // `qtPlatform` is the desktop's platform, or null when the program runs on another one (the tests). `ahead`,
+    // when given, draws the splash's pictures.
+    LauncherStart(Program& program, QtPlatform* qtPlatform, StartAhead* ahead = nullptr);
     ~LauncherStart() override;
 
     MainWindow& window() const { return *window_; }

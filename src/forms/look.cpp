@@ -11,7 +11,8 @@ namespace ks {
 QColor toQColor(Colour colour) { return QColor(colour.red, colour.green, colour.blue); }
 
 QFont launcherFont(double pointSize, bool bold) {
-    // Tahoma first; the others are close to it in width, so the captions fit the same places.
+    // Tahoma first; the others are close to it in width, so the captions fit the same places. The machine's
+    // fonts are looked through once, at the first call.
     struct Choice {
         const char* family;
         int stretch;
@@ -21,14 +22,16 @@ QFont launcherFont(double pointSize, bool bold) {
                                        {"DejaVu Sans", QFont::Condensed},
                                        {"Liberation Sans", QFont::Unstretched},
                                        {"Arial", QFont::Unstretched}};
-    const QStringList available = QFontDatabase::families();
+    static const Choice* const chosen = [] {
+        const QStringList available = QFontDatabase::families();
+        for (const Choice& choice : preferred)
+            if (available.contains(QLatin1String(choice.family), Qt::CaseInsensitive)) return &choice;
+        return static_cast<const Choice*>(nullptr);
+    }();
     QFont font;
-    for (const Choice& choice : preferred) {
-        if (available.contains(QLatin1String(choice.family), Qt::CaseInsensitive)) {
-            font.setFamily(QLatin1String(choice.family));
-            font.setStretch(choice.stretch);
-            break;
-        }
+    if (chosen) {
+        font.setFamily(QLatin1String(chosen->family));
+        font.setStretch(chosen->stretch);
     }
     font.setPointSizeF(pointSize);
     font.setBold(bold);

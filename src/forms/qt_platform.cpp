@@ -1,23 +1,24 @@
 #include "forms/qt_platform.h"
 
+#include "forms/sound_output.h"
 #include "server/process.h"
 
 #include <QApplication>
-#include <QAudioDevice>
 #include <QCoreApplication>
 #include <QDesktopServices>
 #include <QDir>
 #include <QDirIterator>
 #include <QFileDialog>
 #include <QFileInfo>
-#include <QMediaDevices>
 #include <QMessageBox>
+#include <QPluginLoader>
 #include <QProcess>
-#include <QSoundEffect>
 #include <QStandardPaths>
 #include <QStorageInfo>
 #include <QStringDecoder>
 #include <QUrl>
+
+#include <utility>
 
 namespace ks {
 
@@ -48,14 +49,25 @@ std::string QtPlatform::programPath() {
     return pathFromQt(QDir::toNativeSeparators(QCoreApplication::applicationFilePath()));
 }
 
-std::uint32_t QtPlatform::soundDeviceCount() { return std::uint32_t(QMediaDevices::audioOutputs().size()); }
+SoundOutput* QtPlatform::soundOutput() {
+    // Without the module the launcher stays silent, as on a machine without a sound device.
+    if (!std::exchange(soundSearched_, true)) {
+        for (const QString& file : soundModuleFiles(QCoreApplication::applicationDirPath())) {
+            sound_ = qobject_cast<SoundOutput*>(QPluginLoader(file).instance());
+            if (sound_) break;
+        }
+    }
+    return sound_;
+}
+
+std::uint32_t QtPlatform::soundDeviceCount() {
+    SoundOutput* output = soundOutput();
+    return output ? output->deviceCount() : 0;
+}
 
 void QtPlatform::playSoundAsync(const std::string& path) {
     if (!QFileInfo(pathToQt(path)).isFile()) return;
-    if (!sound_) sound_ = new QSoundEffect(qApp);
-    sound_->stop();
-    sound_->setSource(QUrl::fromLocalFile(pathToQt(path)));
-    sound_->play();
+    if (SoundOutput* output = soundOutput()) output->play(pathToQt(path));
 }
 
 MessageAnswer QtPlatform::messageBox(const MessageBoxRequest& request) {

@@ -7,9 +7,10 @@
 #include <functional>
 
 class QWidget;
-class QSoundEffect;
 
 namespace ks {
+
+class SoundOutput;
 
 // The platform of the desktop program, on Qt.
 class QtPlatform : public Platform {
@@ -45,8 +46,11 @@ public:
     static QString qtFilter(const std::string& filter);
 
 private:
+    SoundOutput* soundOutput();
+
     QPointer<QWidget> parent_;
-    QSoundEffect* sound_ = nullptr;
+    SoundOutput* sound_ = nullptr;
+    bool soundSearched_ = false;
     std::function<void()> end_;
 };
 

@@ -5,6 +5,7 @@
 #include "frame/program.h"
 #include "frame/selectors.h"
 
+#include <QAbstractFileIconProvider>
 #include <QDir>
 #include <QFileSystemModel>
 #include <QHeaderView>
@@ -13,6 +14,30 @@
 #include <utility>
 
 namespace ks {
+
+namespace {
+
+// The tree shows directories alone, yet its model looks at every file of a directory it reads. The usual
+// provider would look up each file's type in the MIME database for an icon and a type name that the tree never
+// shows, and the first lookup loads the whole database. Directories and drives keep their usual icons.
+class DirectoryIcons : public QAbstractFileIconProvider {
+public:
+    using QAbstractFileIconProvider::icon;
+    QIcon icon(const QFileInfo& info) const override {
+        return info.isDir() ? QAbstractFileIconProvider::icon(info) : QIcon();
+    }
+    QString type(const QFileInfo& info) const override {
+        return info.isDir() ? QAbstractFileIconProvider::type(info) : QString();
+    }
+};
+
+// The model's reader thread asks the provider as long as any model lives, so it lives as long as the program.
+QAbstractFileIconProvider* directoryIcons() {
+    static DirectoryIcons icons;
+    return &icons;
+}
+
+} // namespace
 
 DriveView::DriveView(Program& program, QWidget* parent) : QComboBox(parent), program_(program) {
     setObjectName(toQt(program.driveSelector().name()));
@@ -44,6 +69,7 @@ DirectoryView::DirectoryView(Program& program, QWidget* parent)
     : QTreeView(parent), program_(program), model_(new QFileSystemModel(this)) {
     setObjectName(toQt(program.directorySelector().name()));
     setToolTip(toQt(program.directorySelector().toolTip()));
+    model_->setIconProvider(directoryIcons());
     model_->setFilter(QDir::AllDirs | QDir::NoDotAndDotDot | QDir::Drives);
     model_->setRootPath(QString());
     setModel(model_);

@@ -156,10 +156,12 @@ void paintRocketStreak(QPainter& painter) {
     painter.restore();
 }
 
+// The steel band stands left of the middle, where the round window leaves room for its lower corners.
+constexpr QRectF kNameBand(26, 9, 400, kBannerHeight - 18);
+
 // A band of brushed steel between two red lines, with the mod's name stamped into it and rivets at the ends.
-void paintNameBand(QPainter& painter) {
-    // The band stands left of the middle, where the round window leaves room for its lower corners.
-    const QRectF band(26, 9, 400, kBannerHeight - 18);
+void paintNameBand(QPainter& painter, const QPainterPath& letters) {
+    const QRectF band = kNameBand;
     QLinearGradient steel(0, band.top(), 0, band.bottom());
     steel.setColorAt(0, QColor(70, 70, 76));
     steel.setColorAt(0.18, QColor(168, 168, 176));
@@ -195,17 +197,6 @@ void paintNameBand(QPainter& painter) {
         }
     }
 
-    QFont font;
-    font.setFamilies({QStringLiteral("Arial Black"), QStringLiteral("Verdana"), QStringLiteral("DejaVu Sans")});
-    font.setBold(true);
-    font.setPixelSize(28);
-    font.setLetterSpacing(QFont::AbsoluteSpacing, 6);
-    const QString name = QStringLiteral("KESTRAND");
-    const QFontMetricsF metrics(font);
-    const QPointF origin(band.center().x() - metrics.horizontalAdvance(name) / 2 + 3,
-                         band.center().y() + (metrics.ascent() - metrics.descent()) / 2);
-    QPainterPath letters;
-    letters.addText(origin, font, name);
     painter.setPen(Qt::NoPen);
     painter.setBrush(QColor(235, 235, 242, 150)); // the lower lip of the stamp catches the light
     painter.drawPath(letters.translated(0.8, 1.2));
@@ -276,28 +267,51 @@ void paintBackdrop(QImage& image) {
     painter.drawPath(letter);
 }
 
-} // namespace
-
-QImage drawBanner(Banner banner) {
+// A banner painted by `paint`, its ends faded out over 36 pixels and its upper and lower edges over `fadeDown`.
+template <class Paint> QImage bannerImage(Paint paint, int fadeDown) {
     QImage image = blankImage(kBannerWidth, kBannerHeight, Qt::transparent);
     {
         QPainter painter(&image);
         painter.setRenderHint(QPainter::Antialiasing);
-        switch (banner) {
-        case Banner::RailTrail:
-            paintRailTrail(painter);
-            break;
-        case Banner::RocketStreak:
-            paintRocketStreak(painter);
-            break;
-        case Banner::NameBand:
-            paintNameBand(painter);
-            break;
-        }
+        paint(painter);
     }
-    // The steel band has edges of its own; the others are light in the dark that fades out all round.
-    fadeEdges(image, 36, banner == Banner::NameBand ? 0 : 16);
+    fadeEdges(image, 36, fadeDown);
     return image;
+}
+
+} // namespace
+
+QImage drawBanner(Banner banner) {
+    // The beam and the rocket are light in the dark that fades out all round.
+    switch (banner) {
+    case Banner::RailTrail:
+        return bannerImage(paintRailTrail, 16);
+    case Banner::RocketStreak:
+        return bannerImage(paintRocketStreak, 16);
+    case Banner::NameBand:
+        break;
+    }
+    return drawNameBand(nameBandLetters());
+}
+
+QPainterPath nameBandLetters() {
+    QFont font;
+    font.setFamilies({QStringLiteral("Arial Black"), QStringLiteral("Verdana"), QStringLiteral("DejaVu Sans")});
+    font.setBold(true);
+    font.setPixelSize(28);
+    font.setLetterSpacing(QFont::AbsoluteSpacing, 6);
+    const QString name = QStringLiteral("KESTRAND");
+    const QFontMetricsF metrics(font);
+    const QPointF origin(kNameBand.center().x() - metrics.horizontalAdvance(name) / 2 + 3,
+                         kNameBand.center().y() + (metrics.ascent() - metrics.descent()) / 2);
+    QPainterPath letters;
+    letters.addText(origin, font, name);
+    return letters;
+}
+
+QImage drawNameBand(const QPainterPath& letters) {
+    // The steel band has edges of its own: only its ends fade out.
+    return bannerImage([&letters](QPainter& painter) { paintNameBand(painter, letters); }, 0);
 }
 
 QImage drawBackdrop() {
@@ -305,6 +319,20 @@ QImage drawBackdrop() {
     paintBackdrop(image);
     fadeEdges(image, 56, 56);
     return image;
+}
+
+SplashPictures drawSplashPictures() {
+    SplashPictures pictures;
+    drawMissingPictures(pictures);
+    return pictures;
+}
+
+void drawMissingPictures(SplashPictures& pictures) {
+    if (pictures.backdrop.isNull()) pictures.backdrop = drawBackdrop();
+    for (const Banner banner : {Banner::RailTrail, Banner::RocketStreak, Banner::NameBand}) {
+        QImage& image = pictures.banners[std::size_t(banner)];
+        if (image.isNull()) image = drawBanner(banner);
+    }
 }
 
 } // namespace ks

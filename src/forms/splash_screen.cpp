@@ -116,7 +116,8 @@ void shrinkToFit(QLabel* label, QSizeF size) {
 
 } // namespace
 
-SplashScreen::SplashScreen(const QString& versionText, std::function<void()> playStartSound, QWidget* owner)
+SplashScreen::SplashScreen(const QString& versionText, std::function<void()> playStartSound, QWidget* owner,
+                           const std::function<SplashPictures()>& pictures)
     : QWidget(owner, Qt::Window | Qt::FramelessWindowHint) {
     setObjectName(QStringLiteral("frmSplash"));
     if (const QScreen* screen = owner ? owner->screen() : QGuiApplication::primaryScreen()) {
@@ -129,8 +130,9 @@ SplashScreen::SplashScreen(const QString& versionText, std::function<void()> pla
     setAutoFillBackground(true);
 
     shape(owner);
-    buildPictures();
+    placePictures();
     buildLabels(versionText);
+    showPictures(pictures());
     buildContinueButton();
     if (playStartSound) playStartSound();
     startTimers();
@@ -141,7 +143,7 @@ QRect SplashScreen::toPixels(int left, int top, int width, int height) const {
                  qRound(height / twipsPerPixelY_));
 }
 
-void SplashScreen::buildPictures() {
+void SplashScreen::placePictures() {
     struct Place {
         const char* name;
         int left, top;
@@ -149,17 +151,21 @@ void SplashScreen::buildPictures() {
     // The large picture first, so that everything else lies on it.
     static constexpr Place kBackdrop{"Image4", 960, -840};
     static constexpr Place kBanners[] = {{"Image1", 960, 4320}, {"Image2", 960, 4320}, {"Image3", 1080, 4320}};
-    const auto add = [this](const Place& place, const QImage& image) {
+    const auto add = [this](const Place& place, QSize size) {
         auto* picture = new QLabel(this);
         picture->setObjectName(QLatin1String(place.name));
-        picture->setPixmap(QPixmap::fromImage(image));
-        picture->setGeometry(QRect(toPixels(place.left, place.top, 0, 0).topLeft(), image.size()));
+        picture->setGeometry(QRect(toPixels(place.left, place.top, 0, 0).topLeft(), size));
         return picture;
     };
-    pictures_[3] = add(kBackdrop, drawBackdrop());
-    const Banner banners[] = {Banner::RailTrail, Banner::RocketStreak, Banner::NameBand};
+    pictures_[3] = add(kBackdrop, QSize(kBackdropSize, kBackdropSize));
     for (int i = 0; i < 3; ++i)
-        pictures_[i] = add(kBanners[i], drawBanner(banners[i]));
+        pictures_[i] = add(kBanners[i], QSize(kBannerWidth, kBannerHeight));
+}
+
+void SplashScreen::showPictures(SplashPictures pictures) {
+    pictures_[3]->setPixmap(QPixmap::fromImage(std::move(pictures.backdrop)));
+    for (int i = 0; i < 3; ++i)
+        pictures_[i]->setPixmap(QPixmap::fromImage(std::move(pictures.banners[i])));
 }
 
 QLabel* SplashScreen::addLabel(const char* name, const QString& text, QRgb colour, QRect twips, const QFont& font,

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "forms/splash_art.h"
+
 #include <QWidget>
 
 #include <array>
@@ -19,10 +21,14 @@ namespace ks {
 // It ends once, by Continue or by its timer, and says so through `finished`; what comes next (closing it,
 // showing the main window, picking a tab) is for the owner to do. At start-up it is shown without
 // modality; for About, `exec` shows it modally and returns when it has ended.
+//
+// `pictures` hands over the four pictures; it is asked once the texts have been laid out, so that the pictures
+// can be drawn on another thread meanwhile.
 class SplashScreen : public QWidget {
     Q_OBJECT
 public:
-    SplashScreen(const QString& versionText, std::function<void()> playStartSound, QWidget* owner = nullptr);
+    SplashScreen(const QString& versionText, std::function<void()> playStartSound, QWidget* owner = nullptr,
+                 const std::function<SplashPictures()>& pictures = drawSplashPictures);
 
     // Shows the screen modally and waits for its end; then hides it. True when it ended by Continue.
     bool exec();
@@ -44,7 +50,8 @@ private:
     QRect toPixels(int left, int top, int width, int height) const;
     QLabel* addLabel(const char* name, const QString& text, QRgb colour, QRect twips, const QFont& font,
                      Qt::Alignment alignment = Qt::AlignLeft | Qt::AlignTop);
-    void buildPictures();
+    void placePictures();
+    void showPictures(SplashPictures pictures);
     void buildLabels(const QString& versionText);
     void buildContinueButton();
     void shape(QWidget* owner);

@@ -5,7 +5,6 @@
 
 #include <QFocusEvent>
 #include <QPainter>
-#include <QRegularExpression>
 #include <QSignalBlocker>
 
 namespace ks {
@@ -70,10 +69,29 @@ void CheckView::refresh() {
 
 SpanLabel::SpanLabel(const QString& caption, int rows, QWidget* parent) : QLabel(caption, parent), rows_(rows) {}
 
-QStringList SpanLabel::phrases() const {
-    static const QRegularExpression gap(QStringLiteral("\\s{2,}"));
-    return text().split(gap, Qt::SkipEmptyParts);
+QStringList captionPhrases(const QString& caption) {
+    const auto blank = [](QChar c) { return c == u' ' || (c >= u'\t' && c <= u'\r'); };
+    QStringList phrases;
+    qsizetype start = 0;
+    for (qsizetype i = 0; i < caption.size();) {
+        if (!blank(caption[i])) {
+            ++i;
+            continue;
+        }
+        qsizetype end = i;
+        while (end < caption.size() && blank(caption[end]))
+            ++end;
+        if (end - i >= 2) {
+            if (i > start) phrases << caption.mid(start, i - start);
+            start = end;
+        }
+        i = end;
+    }
+    if (caption.size() > start) phrases << caption.mid(start);
+    return phrases;
 }
+
+QStringList SpanLabel::phrases() const { return captionPhrases(text()); }
 
 QSize SpanLabel::sizeHint() const {
     int width = 0;

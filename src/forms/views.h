@@ -49,6 +49,10 @@ private:
     Observers::Id view_;
 };
 
+// The phrases of a caption, split where two blanks or more stand in a row (spaces, tabs, line breaks); a single
+// blank stays inside its phrase.
+QStringList captionPhrases(const QString& caption);
+
 // One label beside two fields: the caption's phrases, split where a run of blanks stands, each drawn
 // level with its own field.
 class SpanLabel : public QLabel {

@@ -1,6 +1,8 @@
 #include "window_launcher.h"
 
 #include "forms/look.h"
+#include "forms/views.h"
+#include "frame/catalogue.h"
 #include "support/temp_dir.h"
 
 #include <QComboBox>
@@ -16,6 +18,18 @@ using namespace ks::test;
 class FieldViewTest : public QObject {
     Q_OBJECT
 private slots:
+    // A caption splits into phrases only where two blanks or more stand in a row.
+    void aCaptionSplitsWhereTwoBlanksOrMoreStand() {
+        QCOMPARE(captionPhrases(toQt(std::string(kSharedRespawnLabel))),
+                 (QStringList{QStringLiteral("Health Respawn Time"), QStringLiteral("Laser HyperBlaster")}));
+        QCOMPARE(captionPhrases(QStringLiteral("  a\t\tb \r\nc d  ")),
+                 (QStringList{QStringLiteral("a"), QStringLiteral("b"), QStringLiteral("c d")}));
+        QCOMPARE(captionPhrases(QStringLiteral("one phrase")), QStringList{QStringLiteral("one phrase")});
+        QCOMPARE(captionPhrases(QStringLiteral("   ")), QStringList());
+        // A blank that is not a space, tab or line break belongs to the phrase.
+        QCOMPARE(captionPhrases(QStringLiteral("a\u00a0\u00a0b")), QStringList{QStringLiteral("a\u00a0\u00a0b")});
+    }
+
     void typingReachesTheCoreACoreChangeShowsWithoutRunningHandlersAgainAndLeavingValidates() {
         WindowLauncher launcher;
         launcher.program.mainTabs().setCurrent(0);

@@ -1,12 +1,14 @@
 #include "window_launcher.h"
 
 #include "config/file_commands.h"
+#include "forms/sound_output.h"
 #include "forms/views.h"
 #include "support/temp_dir.h"
 
 #include <QFileDialog>
 #include <QFileSystemModel>
 #include <QMessageBox>
+#include <QPluginLoader>
 #include <QPushButton>
 
 #include <filesystem>
@@ -141,6 +143,16 @@ private slots:
         QCOMPARE(open.messages, QStringList{QStringLiteral("There is no such existing file!")});
         QCOMPARE(program.field(id::FFile).text(), std::string("NONE"));
         QCOMPARE(program.field(id::FFile).backColour(), kPaleYellow);
+    }
+
+    // The sounds come from the module built beside the launcher, found where the platform looks first; it answers
+    // for the devices on a machine without sound as well.
+    void theSoundModuleBesideTheLauncherLoadsAndAnswers() {
+        const QStringList files = soundModuleFiles(QStringLiteral(KS_LAUNCHER_DIR));
+        QPluginLoader loader(files.value(0));
+        auto* output = qobject_cast<SoundOutput*>(loader.instance());
+        QVERIFY2(output, qPrintable(loader.errorString()));
+        QVERIFY(output->deviceCount() < 64);
     }
 };
 

@@ -1,7 +1,10 @@
 #include "window_launcher.h"
 
 #include "forms/splash_art.h"
+#include "forms/splash_picture_cache.h"
 #include "forms/splash_screen.h"
+#include "forms/start_ahead.h"
+#include "support/temp_dir.h"
 
 #include <QPushButton>
 #include <QSignalSpy>
@@ -19,6 +22,12 @@ std::vector<bool> shownPictures(const SplashScreen& splash) {
     for (const char* name : {"Image1", "Image2", "Image3", "Image4"})
         shown.push_back(!splash.findChild<QLabel*>(QLatin1String(name))->isHidden());
     return shown;
+}
+
+void comparePictures(const SplashPictures& actual, const SplashPictures& expected) {
+    QCOMPARE(actual.backdrop, expected.backdrop);
+    for (std::size_t i = 0; i < expected.banners.size(); ++i)
+        QCOMPARE(actual.banners[i], expected.banners[i]);
 }
 
 // The mean colour of a picture or of a part of it.
@@ -153,6 +162,59 @@ private slots:
         QCOMPARE(drawBackdrop(), backdrop);
         // Where the title and credits stand the picture stays near black, so that blue letters read on it.
         QVERIFY(meanColour(backdrop.copy(0, 100, 400, 240)).lightnessF() < 0.08);
+    }
+
+    // The pictures kept between runs come back as they were drawn, with the letters of their name band. A file
+    // that was cut short, damaged or written by another build is passed over.
+    void keptPicturesComeBackAsDrawnAndADoubtfulFileIsPassedOver() {
+        TempDir temp;
+        const std::string file = temp.file("cache/kslaunch/splash-pictures");
+        const SplashPictureCache cache(QString::fromStdString(file));
+        SplashPictureCache::Kept kept;
+        QVERIFY(!cache.read(kept));
+        const SplashPictures drawn = drawSplashPictures();
+        const QPainterPath letters = nameBandLetters();
+        QVERIFY(!letters.isEmpty());
+        cache.write(drawn, letters);
+        QVERIFY(cache.read(kept));
+        comparePictures(kept.pictures, drawn);
+        QCOMPARE(kept.letters, SplashPictureCache::fingerprint(letters));
+        QVERIFY(SplashPictureCache::fingerprint(letters.translated(0.5, 0)) != kept.letters);
+
+        const std::string whole = readBytes(file);
+        std::string damaged = whole;
+        damaged[damaged.size() / 2] ^= 0x10;
+        std::string otherBuild = whole;
+        otherBuild.replace(otherBuild.find("pictures ") + 9, 4, "0000");
+        for (const std::string& bytes : {whole.substr(0, whole.size() - 1), damaged, otherBuild, whole + "x"}) {
+            writeBytes(file, bytes);
+            SplashPictureCache::Kept nothing;
+            QVERIFY(!cache.read(nothing));
+            QVERIFY(nothing.pictures.backdrop.isNull() && nothing.pictures.banners[2].isNull());
+        }
+    }
+
+    // What the thread beside the start hands over is what the splash would draw itself: on the first run, which
+    // keeps the pictures, on the next, which finds them kept, and after the fonts came to shape the name band's
+    // letters otherwise, which draws the band again.
+    void picturesDrawnAheadAreThoseTheSplashWouldDraw() {
+        TempDir temp;
+        const SplashPictureCache cache(QString::fromStdString(temp.file("splash-pictures")));
+        const SplashPictures drawn = drawSplashPictures();
+        const auto startOnce = [&] {
+            StartAhead ahead(cache);
+            ahead.applicationReady();
+            comparePictures(ahead.takeSplashPictures(), drawn);
+        };
+        startOnce();
+        startOnce();
+        SplashPictures otherFonts = drawn;
+        otherFonts.banners[std::size_t(Banner::NameBand)] = drawn.banners[std::size_t(Banner::RailTrail)];
+        cache.write(otherFonts, nameBandLetters().translated(1, 0));
+        startOnce();
+        SplashPictureCache::Kept kept;
+        QVERIFY(cache.read(kept));
+        comparePictures(kept.pictures, drawn);
     }
 };
 

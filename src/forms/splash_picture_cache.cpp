@@ -1,0 +1,107 @@
+#include "forms/splash_picture_cache.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QSaveFile>
+#include <QStandardPaths>
+
+#include <array>
+#include <functional>
+#include <string_view>
+#include <utility>
+
+namespace ks {
+
+namespace {
+
+// The file starts with one line that names what wrote it: the digest of the drawing code (set by the build) and
+// the version of Qt that painted. The fingerprint of the name band's letters follows, then the pixels of the four
+// pictures, premultiplied ARGB32 row by row, and a check sum of them.
+QByteArray headerLine() {
+    return QByteArrayLiteral("kslaunch splash pictures " KS_SPLASH_ART_DIGEST " Qt ") + qVersion() + '\n';
+}
+
+std::array<QImage*, 4> imagesOf(SplashPictures& pictures) {
+    return {&pictures.backdrop, &pictures.banners[0], &pictures.banners[1], &pictures.banners[2]};
+}
+
+QSize sizeOf(std::size_t index) {
+    return index == 0 ? QSize(kBackdropSize, kBackdropSize) : QSize(kBannerWidth, kBannerHeight);
+}
+
+std::string_view bytesOf(const QImage& image) {
+    return {reinterpret_cast<const char*>(image.constBits()), std::size_t(image.sizeInBytes())};
+}
+
+quint64 checkSum(const std::array<QImage*, 4>& images) {
+    quint64 sum = 0;
+    for (const QImage* image : images)
+        sum = sum * 1000003u ^ std::hash<std::string_view>{}(bytesOf(*image));
+    return sum;
+}
+
+} // namespace
+
+SplashPictureCache::SplashPictureCache(QString file) : file_(std::move(file)) {}
+
+QString SplashPictureCache::defaultFile() {
+    return QStandardPaths::writableLocation(QStandardPaths::GenericCacheLocation) +
+           QStringLiteral("/kslaunch/splash-pictures");
+}
+
+quint64 SplashPictureCache::fingerprint(const QPainterPath& letters) {
+    QByteArray elements;
+    for (int i = 0; i < letters.elementCount(); ++i) {
+        const QPainterPath::Element element = letters.elementAt(i);
+        const double point[] = {element.x, element.y};
+        elements.append(char(element.type));
+        elements.append(reinterpret_cast<const char*>(point), sizeof point);
+    }
+    return std::hash<std::string_view>{}(std::string_view(elements.constData(), std::size_t(elements.size())));
+}
+
+bool SplashPictureCache::read(Kept& kept) const {
+    QFile file(file_);
+    if (!file.open(QIODevice::ReadOnly) || file.readLine(256) != headerLine()) return false;
+    Kept read;
+    if (file.read(reinterpret_cast<char*>(&read.letters), sizeof read.letters) != sizeof read.letters) return false;
+    const std::array<QImage*, 4> images = imagesOf(read.pictures);
+    for (std::size_t i = 0; i < images.size(); ++i) {
+        QImage image(sizeOf(i), QImage::Format_ARGB32_Premultiplied);
+        if (image.isNull() ||
+            file.read(reinterpret_cast<char*>(image.bits()), image.sizeInBytes()) != image.sizeInBytes())
+            return false;
+        *images[i] = std::move(image);
+    }
+    quint64 sum = 0;
+    if (file.read(reinterpret_cast<char*>(&sum), sizeof sum) != sizeof sum || sum != checkSum(images) || !file.atEnd())
+        return false;
+    kept = std::move(read);
+    return true;
+}
+
+void SplashPictureCache::write(const SplashPictures& pictures, const QPainterPath& letters) const {
+    SplashPictures copy = pictures; // shares the pixels
+    const std::array<QImage*, 4> images = imagesOf(copy);
+    for (std::size_t i = 0; i < images.size(); ++i) {
+        if (images[i]->size() != sizeOf(i)) return;
+        if (images[i]->format() != QImage::Format_ARGB32_Premultiplied)
+            *images[i] = images[i]->convertToFormat(QImage::Format_ARGB32_Premultiplied);
+    }
+    if (!QDir().mkpath(QFileInfo(file_).absolutePath())) return;
+    QSaveFile file(file_);
+    if (!file.open(QIODevice::WriteOnly)) return;
+    const quint64 lettersPrint = fingerprint(letters);
+    file.write(headerLine());
+    file.write(reinterpret_cast<const char*>(&lettersPrint), sizeof lettersPrint);
+    for (const QImage* image : images) {
+        const std::string_view bytes = bytesOf(*image);
+        file.write(bytes.data(), qint64(bytes.size()));
+    }
+    const quint64 sum = checkSum(images);
+    file.write(reinterpret_cast<const char*>(&sum), sizeof sum);
+    file.commit();
+}
+
+} // namespace ks
