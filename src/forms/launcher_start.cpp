@@ -68,6 +68,9 @@ void LauncherStart::splashEnded(bool byContinue) {
     splash_->deleteLater();
     splash_ = nullptr;
     window_->show();
+    // The main window takes the keyboard from the splash, also where no window manager hands it on.
+    window_->raise();
+    window_->activateWindow();
     if (byContinue) program_.mainTabs().setCurrent(0);
 }
 

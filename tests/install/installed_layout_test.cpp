@@ -21,9 +21,9 @@ std::string inQuotes(const std::string& text) { return "'" + text + "'"; }
 TEST(Installed, EveryFileStandsInItsPlaceAndTheProgramsFindTheirs) {
     test::TempDir prefix;
     const std::string root = prefix.path().string();
-    ASSERT_EQ(test::shell("cmake --install " + inQuotes(KS_BUILD_DIR) + " --prefix " + inQuotes(root) + " >/dev/null")
-                  .status,
-              0);
+    ASSERT_EQ(
+        test::shell("cmake --install " + inQuotes(KS_BUILD_DIR) + " --prefix " + inQuotes(root) + " >/dev/null").status,
+        0);
 
     std::vector<std::string> expected = {
         "bin/kslaunch",
@@ -47,6 +47,12 @@ TEST(Installed, EveryFileStandsInItsPlaceAndTheProgramsFindTheirs) {
         expected.push_back(std::string("share/icons/hicolor/") + size + "x" + size + "/apps/kslaunch.png");
     for (const std::string& file : expected)
         EXPECT_TRUE(fs::is_regular_file(prefix.path() / file)) << file;
+    // The sound module lies in the library directory, lib/kslaunch or lib/<architecture>/kslaunch.
+    int soundModules = 0;
+    for (const auto& entry : fs::recursive_directory_iterator(prefix.path() / "lib"))
+        soundModules +=
+            entry.path().filename() == "kslaunch-sound.so" && entry.path().parent_path().filename() == "kslaunch";
+    EXPECT_EQ(soundModules, 1);
 
     EXPECT_EQ(test::shell(inQuotes(root + "/bin/kscfg") + " --version").output, "kscfg 3.11\n");
     EXPECT_EQ(test::shell(inQuotes(root + "/bin/kslaunch") + " --version").output, "kslaunch 3.11\n");
