@@ -47,11 +47,11 @@ TEST(Installed, EveryFileStandsInItsPlaceAndTheProgramsFindTheirs) {
         expected.push_back(std::string("share/icons/hicolor/") + size + "x" + size + "/apps/kslaunch.png");
     for (const std::string& file : expected)
         EXPECT_TRUE(fs::is_regular_file(prefix.path() / file)) << file;
-    // The sound module lies in the library directory, lib/kslaunch or lib/<architecture>/kslaunch.
+    // The sound module lies in the library directory, lib/kslaunch/modules or lib/<architecture>/kslaunch/modules.
     int soundModules = 0;
     for (const auto& entry : fs::recursive_directory_iterator(prefix.path() / "lib"))
-        soundModules +=
-            entry.path().filename() == "kslaunch-sound.so" && entry.path().parent_path().filename() == "kslaunch";
+        soundModules += entry.path().filename() == "kslaunch-sound.so" &&
+                        entry.path().parent_path().parent_path().filename() == "kslaunch";
     EXPECT_EQ(soundModules, 1);
 
     EXPECT_EQ(test::shell(inQuotes(root + "/bin/kscfg") + " --version").output, "kscfg 3.11\n");
