@@ -48,16 +48,12 @@ TEST(KscfgSet, AValueOfEveryKindComesBackThroughGet) {
                           "qdir /srv/q2\n"
                           "game_dir kestrand\n"
                           "team1model \"male\"\n");
-    const std::string written = dir.bytes();
-    EXPECT_EQ(std::count(written.begin(), written.end(), '\n'), 238);
-    EXPECT_NE(written.find("\r\n// set df_force_respawn 1024\r\n// set df_no_armor 0\r\n"), std::string::npos);
-    EXPECT_NE(written.find("\r\n\r\nset dmflags 1104\r\n"), std::string::npos);
+    EXPECT_NE(dir.bytes().find("\r\nset dmflags 1104\r\n"), std::string::npos);
 
     // A flag goes off again, and an empty IP turns "Use Default" back on, which takes its line out.
     ASSERT_EQ(dir.run("set server.cfg df_force_respawn=0 IP=").status, 0);
     EXPECT_EQ(dir.run("get server.cfg dmflags IP").output, "dmflags 80\nIP \n");
-    const std::string rewritten = dir.bytes();
-    EXPECT_EQ(std::count(rewritten.begin(), rewritten.end(), '\n'), 237);
+    EXPECT_EQ(dir.bytes().find("// set IP"), std::string::npos);
 }
 
 TEST(KscfgSet, ARefusedValueLeavesTheFileAsItWasAndEndsWithStatus3) {
@@ -131,63 +127,15 @@ TEST(KscfgSet, SaysWhatAReloadDoesNotBringBack) {
     EXPECT_EQ(dir.run("set --quiet server.cfg allow_download=0").output, "");
 }
 
-TEST(KscfgCheck, NamesEveryKindOfFindingInAHandWrittenFile) {
+// The reports on crafted.cfg are golden files beside it (`kscfg check [--json] crafted.cfg > crafted.txt`).
+TEST(KscfgCheck, NamesEveryKindOfFindingInAHandWrittenFileAndNothingInAFreshOne) {
     const std::string data = std::string(KS_TEST_DATA) + "/check";
     Outcome outcome = kscfg("check crafted.cfg", data);
     EXPECT_EQ(outcome.status, 1);
-    EXPECT_EQ(
-        outcome.output,
-        "crafted.cfg:1: this is not the marker line `//Kestrand Launcher AUTO CONFIG SECTION - DO NOT Modify`, which "
-        "stands exactly so with nothing behind it: the launcher warns when it opens the file, and its next save "
-        "rewrites the whole file in its own layout, dropping every line it does not read\n"
-        "crafted.cfg:3: `gravity` is no setting of the launcher: the reader passes over this line, and the "
-        "launcher's next save drops it\n"
-        "crafted.cfg:4: `fraglimt` is no setting of the launcher: the reader passes over this line, and the "
-        "launcher's next save drops it; did you mean `fraglimit`?\n"
-        "crafted.cfg:5: `hostname` is read only from a line `hostname VALUE`: the reader passes over this one\n"
-        "crafted.cfg:6: the value ends at the first blank (double quotes around it keep it whole): `hostname` takes "
-        "`My`, not `My Server`\n"
-        "crafted.cfg:7: a comma ends the record: `maxclients` takes `8`, not `8,12`\n"
-        "crafted.cfg:8: a comma ends the record, even between double quotes: `hostname` takes `\"One`, not `\"One, "
-        "Two\"`\n"
-        "crafted.cfg:9: the double quote makes the rest of the line the value, comments and all: `stdlogname` takes "
-        "`\"x.log\" // the frag log`, not `\"x.log\"`\n"
-        "crafted.cfg:10: the slash ends the reader's scan before the value is cut: `intro_song` takes the empty "
-        "text, not `misc//ks.wav`\n"
-        "crafted.cfg:11: `deathmatch` `5` is refused (DeathMatch, Off or On: Must be 0 or 1): the launcher shows "
-        "this message while it opens the file and leaves the field empty\n"
-        "crafted.cfg:12: `IP` `1.2.3.400` fails the address test: the launcher takes it as it stands, but it is no "
-        "address\n"
-        "crafted.cfg:13: `df_instant_items` `0` does nothing: a flag line only ever turns its box on, and this box "
-        "is on already (by default or from a line above), so the flag stays on\n"
-        "crafted.cfg:14: `item_quad` `off` is no number, and a value that is no number turns the box on\n"
-        "crafted.cfg:15: " +
-            kDownloadLost +
-            "crafted.cfg:16: `setmaster` is written under this key but read back as `master`: a reload does not bring "
-            "back `master.example.org 192.0.2.99` and keeps `q2master.example.net 192.0.2.10`\n"
-            "crafted.cfg:17: `dmflags` is not read: the launcher adds it up from the lines of its flags, which give "
-            "`80`, not `1024`\n"
-            "crafted.cfg:18: this comment is read as a setting: `fraglimit` takes `30`\n"
-            "crafted.cfg:19: `dedicated` is read only from a line `// set dedicated VALUE`: the reader passes over "
-            "this one\n"
-            "crafted.cfg:20: two blanks in a row give the reader an empty word, so it does not find `timelimit` in "
-            "this line\n"
-            "crafted.cfg:21: a tab is no word break for the reader, so it does not find `fraglimit` in this line\n"
-            "crafted.cfg:22: `bot_chat` is written under this key but read back as `bot_talk`: a reload does not "
-            "bring back `0` and keeps `1`\n");
-
-    // For tools: one object a finding, every kind among them.
+    EXPECT_EQ(outcome.output, test::readBytes(data + "/crafted.txt"));
     outcome = kscfg("check --json crafted.cfg", data);
     EXPECT_EQ(outcome.status, 1);
-    std::istringstream lines(outcome.output);
-    std::string line;
-    std::getline(lines, line);
-    EXPECT_EQ(line, "[");
-    std::getline(lines, line);
-    EXPECT_EQ(line, "  {\"line\": 1, \"kind\": \"no-marker\", \"message\": \"this is not the marker line "
-                    "`//Kestrand Launcher AUTO CONFIG SECTION - DO NOT Modify`, which stands exactly so with nothing "
-                    "behind it: the launcher warns when it opens the file, and its next save rewrites the whole file "
-                    "in its own layout, dropping every line it does not read\"},");
+    EXPECT_EQ(outcome.output, test::readBytes(data + "/crafted.json"));
     std::set<std::string> kinds;
     for (std::size_t at = 0; (at = outcome.output.find("\"kind\": \"", at)) != std::string::npos;) {
         at += 9;
@@ -195,25 +143,12 @@ TEST(KscfgCheck, NamesEveryKindOfFindingInAHandWrittenFile) {
     }
     EXPECT_EQ(kinds, (std::set<std::string>{"no-marker", "unknown-key", "not-read", "cut", "quote-tail", "refused",
                                             "flag-only-on", "flag-not-number", "reload-lost", "comment-read"}));
-    EXPECT_TRUE(outcome.output.ends_with("\"}\n]\n"));
-}
 
-TEST(KscfgCheck, AFreshFileIsCleanAndALauncherFileNamesWhatAReloadLoses) {
+    // What a launcher file loses on a reload is ConfigCheck's; its wording is in the golden files.
     ServerDir dir;
     EXPECT_EQ(dir.run("check server.cfg").output, "");
     EXPECT_EQ(dir.run("check server.cfg").status, 0);
     EXPECT_EQ(dir.run("check --json server.cfg").output, "[]\n");
-
-    ASSERT_EQ(dir.run("set --quiet server.cfg allow_download=0 df_instant_items=0 fraglimit=40").status, 0);
-    const Outcome outcome = dir.run("check server.cfg");
-    EXPECT_EQ(outcome.status, 1);
-    EXPECT_EQ(outcome.output, "server.cfg:14: " + kDownloadLost +
-                                  "server.cfg:116: `df_instant_items` `0` does nothing: a flag line only ever turns "
-                                  "its box on, and this box is on already (by default or from a line above), so "
-                                  "the flag stays on\n"
-                                  "server.cfg:132: `dmflags` is not read: the launcher adds it up from the lines of "
-                                  "its flags, which give `80`, not `64`\n");
-
     EXPECT_EQ(dir.run("check missing.cfg").output, "kscfg: cannot read missing.cfg: No such file or directory\n");
     EXPECT_EQ(dir.run("check .").status, 2);
 }
@@ -251,7 +186,6 @@ TEST(KscfgGet, WithoutAKeyGivesEverySettingInTheOrderOfTheFile) {
     const Outcome outcome = kscfg("get " + quoted(std::string(KS_TEST_DATA) + "/default.cfg"));
     EXPECT_EQ(outcome.status, 0);
     EXPECT_EQ(outcome.output, expected);
-    EXPECT_EQ(std::count(expected.begin(), expected.end(), '\n'), 208);
 
     const Outcome keys = kscfg("keys"), settable = kscfg("keys --settable");
     EXPECT_EQ(std::count(keys.output.begin(), keys.output.end(), '\n'), 208);
