@@ -26,37 +26,31 @@ const std::string kStartSound = "/opt/kslaunch/ks4a.wav";
 class StartupTest : public QObject {
     Q_OBJECT
 private slots:
-    // The splash stands first; the main window loads unseen behind it, its message over the splash.
-    void theSplashStandsWhileTheMainWindowLoadsUnseenAndContinueShowsTheFirstTab() {
-        BeforeStart launcher;
-        LauncherStart start(launcher.program, nullptr);
-        QVERIFY(start.splash() && start.splash()->isVisible());
-        QVERIFY(!start.window().isVisible());
-        QCOMPARE(launcher.platform.sounds, std::vector<std::string>{kStartSound});
-        QCOMPARE(launcher.shown().size(), std::size_t(1));
-        QVERIFY(launcher.shown()[0].starts_with("No Kestrand Directory|"));
-        QCOMPARE(launcher.check("ipCheck").state(), 1);
+    // The splash stands first; the main window loads unseen behind it, its message over the splash. Continue
+    // shows the first tab, the timer Team Play; the splash is gone with its first end, so nothing comes later.
+    void theSplashStandsWhileTheMainWindowLoadsUnseenAndItsFirstEndChoosesTheTab() {
+        for (const bool byContinue : {true, false}) {
+            BeforeStart launcher;
+            LauncherStart start(launcher.program, nullptr);
+            QVERIFY(start.splash() && start.splash()->isVisible());
+            QVERIFY(!start.window().isVisible());
+            QCOMPARE(launcher.platform.sounds, std::vector<std::string>{kStartSound});
+            QCOMPARE(launcher.shown().size(), std::size_t(1));
+            QVERIFY(launcher.shown()[0].starts_with("No Kestrand Directory|"));
+            QCOMPARE(launcher.check("ipCheck").state(), 1);
 
-        SplashScreen* splash = start.splash();
-        fire(splash->continueTimer());
-        QTest::mouseClick(splash->continueButton(), Qt::LeftButton);
-        QVERIFY(start.splash() == nullptr);
-        QVERIFY(start.window().isVisible());
-        QCOMPARE(launcher.program.mainTabs().current(), 0);
-    }
-
-    void withoutContinueTheTimerShowsTeamPlayAndOnlyTheFirstEndCounts() {
-        BeforeStart launcher;
-        LauncherStart start(launcher.program, nullptr);
-        SplashScreen* splash = start.splash();
-        fire(splash->endTimer());
-        QVERIFY(start.window().isVisible());
-        QCOMPARE(launcher.program.mainTabs().current(), 2);
-        QCOMPARE(launcher.program.mainTabs().captions()[2], std::string("Team Play"));
-        // The splash is gone; a late Continue cannot bring up the first tab any more.
-        QVERIFY(start.splash() == nullptr);
-        QTest::qWait(20);
-        QCOMPARE(launcher.program.mainTabs().current(), 2);
+            SplashScreen* splash = start.splash();
+            fire(splash->continueTimer());
+            if (byContinue)
+                QTest::mouseClick(splash->continueButton(), Qt::LeftButton);
+            else
+                fire(splash->endTimer());
+            QVERIFY(start.splash() == nullptr);
+            QVERIFY(start.window().isVisible());
+            QTest::qWait(20);
+            QCOMPARE(launcher.program.mainTabs().current(), byContinue ? 0 : 2);
+        }
+        QCOMPARE(BeforeStart().program.mainTabs().captions()[2], std::string("Team Play"));
     }
 
     // About runs the splash's whole load step each time, modal over the main window.

@@ -49,7 +49,7 @@ int timesMade(const std::vector<WindowMove>& moves) {
 
 } // namespace
 
-TEST(ExitMotion, FoldsTheWindowCentredToABarThenBouncesFivePassesOnTheTaskBarAndFallsOffInTheSixth) {
+TEST(ExitMotion, FoldsTheWindowCentredToABarThenBouncesFivePassesOnTheTaskBarAndFallsOffInTheSixthLettingEventsRun) {
     const ExitMotion motion = planExitMotion(kScreen, 740, kWindow);
     EXPECT_EQ(motion.trayTop, 11100);
 
@@ -81,16 +81,8 @@ TEST(ExitMotion, FoldsTheWindowCentredToABarThenBouncesFivePassesOnTheTaskBarAnd
     EXPECT_EQ(movesOf(motion, MoveKind::Fall).size(), 230u);
     // 142 rising moves drift the bar 15 twips each to the right.
     EXPECT_EQ(motion.moves.back().box, (TwipRect{7675 + 142 * 15, 26101, 4000, 0}));
-}
 
-TEST(ExitMotion, AFractionalLengthIsRoundedBeforeItIsHalved) {
-    // 11520 - 7190.4 = 4329.6 becomes 4330, and half of it is the top.
-    const ExitMotion motion = planExitMotion(kScreen, 740, {3000, 2000, 9600, 7200.4});
-    EXPECT_EQ(motion.moves.front().box.top, 2165);
-}
-
-TEST(ExitMotion, EventsRunBeforeEveryFoldStepAndBounceMoveButNotInTheFinalFall) {
-    const ExitMotion motion = planExitMotion(kScreen, 740, kWindow);
+    // Events run before every fold step but the bar's height of 30 and before every bounce, not in the fall.
     std::vector<MoveKind> order;
     int quietFoldMoves = 0;
     for (const WindowMove& move : motion.moves) {
@@ -100,9 +92,15 @@ TEST(ExitMotion, EventsRunBeforeEveryFoldStepAndBounceMoveButNotInTheFinalFall) 
         else
             EXPECT_EQ(move.letEventsRun, move.kind == MoveKind::Bounce);
     }
-    EXPECT_EQ(quietFoldMoves, 1); // the bar's height of 30
+    EXPECT_EQ(quietFoldMoves, 1);
     EXPECT_EQ(order, (std::vector<MoveKind>{MoveKind::Collapse, MoveKind::Restore, MoveKind::Reshape, MoveKind::Bounce,
                                             MoveKind::Fall}));
+}
+
+TEST(ExitMotion, AFractionalLengthIsRoundedBeforeItIsHalved) {
+    // 11520 - 7190.4 = 4329.6 becomes 4330, and half of it is the top.
+    const ExitMotion motion = planExitMotion(kScreen, 740, {3000, 2000, 9600, 7200.4});
+    EXPECT_EQ(motion.moves.front().box.top, 2165);
 }
 
 TEST(ExitMotion, WithoutATaskBarAtTheBottomTheBarBouncesOnTheScreensLowerEdge) {
