@@ -192,30 +192,27 @@ TEST(KscfgGet, JsonIsOneObjectWithEveryByteAboveAsciiEscaped) {
 TEST(KscfgCompletion, OffersCommandsOptionsFilesAndTheProgramsOwnKeys) {
     test::TempDir dir;
     test::writeBytes(dir.file("server.cfg"), "");
-    const std::string script = "source '" + std::string(KS_DIST_DIR) +
-                               "/kscfg.bash-completion'\n"
-                               "offer() { COMP_WORDS=(\"$@\"); COMP_CWORD=$((${#COMP_WORDS[@]} - 1)); _kscfg; "
-                               "echo \"${COMPREPLY[*]}\"; }\n"
-                               "k='" KSCFG_PATH "'\n"
-                               "offer $k c\n"
-                               "offer $k set server.cfg df_force_r\n"
-                               "offer $k set server.cfg dmfla\n"
-                               "offer $k get server.cfg dmfla\n"
-                               "offer $k set server.cfg hostname = ''\n"
-                               "offer $k get --j\n"
-                               "offer $k command server.cfg --style ''\n"
-                               "offer $k check serv\n";
+    // The words typed, the last one being completed, and what is offered for it.
+    const std::pair<std::string, std::string> offers[] = {{"c", "convert command check"},
+                                                          {"set server.cfg df_force_r", "df_force_respawn="},
+                                                          {"set server.cfg dmfla", ""},
+                                                          {"get server.cfg dmfla", "dmflags"},
+                                                          {"set server.cfg hostname = ''", ""},
+                                                          {"get --j", "--json"},
+                                                          {"command server.cfg --style ''", "windows linux"},
+                                                          {"check serv", "server.cfg"}};
+    std::string script = "source '" + std::string(KS_DIST_DIR) + "/kscfg.bash-completion'\n" +
+                         "offer() { COMP_WORDS=(\"$@\"); COMP_CWORD=$((${#COMP_WORDS[@]} - 1)); _kscfg; "
+                         "echo \"${COMPREPLY[*]}\"; }\n",
+                expected;
+    for (const auto& [words, offered] : offers) {
+        script += "offer '" KSCFG_PATH "' " + words + "\n";
+        expected += offered + "\n";
+    }
     test::writeBytes(dir.file("offer.sh"), script);
-    const Outcome offered = test::shell("cd '" + dir.path().string() + "' && bash offer.sh 2>&1");
-    EXPECT_EQ(offered.status, 0);
-    EXPECT_EQ(offered.output, "convert command check\n"
-                              "df_force_respawn=\n"
-                              "\n"
-                              "dmflags\n"
-                              "\n"
-                              "--json\n"
-                              "windows linux\n"
-                              "server.cfg\n");
+    const Outcome outcome = test::shell("cd '" + dir.path().string() + "' && bash offer.sh 2>&1");
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_EQ(outcome.output, expected);
 }
 
 // Where systemd is installed, the unit passes its verification with the program it names in place.
