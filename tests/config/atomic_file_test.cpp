@@ -54,14 +54,15 @@ struct OldFile : test::TempDir {
 } // namespace
 
 // Whatever the temporary file is, the one flushed to disk becomes the target by the rename, and only after the
-// flush: a save in place, one that skips the flush or renames first fails here. The target's name has the full
-// length of 255 bytes, so a named temporary must find a name that fits beside it.
+// flush: a save in place, one that skips the flush or renames first fails here. The new file keeps the old one's
+// mode; the target's name has the full length of 255 bytes, so a named temporary must find a name beside it.
 TEST(AtomicSave, FlushesANewFileAndRenamesItOverAnOldOneWithANameOfFullLength) {
     const std::string name(255, 'n');
     for (const bool unnamed : {true, false}) {
         OldFile dir("old\n", name);
         const std::string& target = dir.target;
         fs::create_hard_link(target, dir.file("hard.cfg"));
+        fs::permissions(target, fs::perms::owner_read | fs::perms::owner_write, fs::perm_options::replace);
         const int reader = open(target.c_str(), O_RDONLY | O_CLOEXEC);
         const ino_t oldFile = inodeOf(target);
         struct {
@@ -85,6 +86,7 @@ TEST(AtomicSave, FlushesANewFileAndRenamesItOverAnOldOneWithANameOfFullLength) {
         EXPECT_EQ(flushed.targetBytes, "old\n");
         EXPECT_EQ(inodeOf(target), flushed.file);
         EXPECT_EQ(test::readBytes(target), "new\n");
+        EXPECT_EQ(fs::status(target).permissions() & fs::perms::all, fs::perms::owner_read | fs::perms::owner_write);
         EXPECT_EQ(test::readBytes("/proc/self/fd/" + std::to_string(reader)), "old\n");
         EXPECT_EQ(test::readBytes(dir.file("hard.cfg")), "old\n");
         EXPECT_EQ(namesIn(dir.path()), (std::vector<std::string>{"hard.cfg", name}));
