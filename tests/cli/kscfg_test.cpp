@@ -1,5 +1,4 @@
 #include "cli/kscfg_run.h"
-#include "config/writer.h"
 #include "support/launcher_test.h"
 
 #include <algorithm>
@@ -77,11 +76,8 @@ TEST(Kscfg, NONEIsAFileNameLikeAnyOther) {
 
 TEST(KscfgCommand, PrintsTheCommandLineOfRunInTheStyleAsked) {
     test::TempDir dir;
-    test::Launcher writer(PathStyle::Windows);
-    writer.main("QDIR").setText("C:\\QUAKE2");
-    writer.main("FGD").setText("KESTRAND");
-    writer.main("FFile").setText(dir.file("Server.CFG"));
-    ASSERT_TRUE(writeConfig(writer.program).ok);
+    test::writeBytes(dir.file("Server.CFG"),
+                     std::string(test::kMarker) + "\r\n// set qdir C:\\QUAKE2 // Added\r\nset game_dir KESTRAND\r\n");
     const Outcome windows = kscfg("command Server.CFG --style windows", dir.path().string());
     EXPECT_EQ(windows.status, 0) << windows.output;
     EXPECT_EQ(windows.output, "C:\\QUAKE2\\quake2.exe +set game kestrand +set dedicated 1 +set port 27910 +exec "
