@@ -160,7 +160,7 @@ TEST_F(ConfigTest, OpenStartsInTheGameDirectoryCancelChangesNothingAndAnUnreadab
         platform.messages.clear();
         EXPECT_EQ(openAndSee(path), (Changes{{"frmMain.FFile", "NONE"}})) << path;
         EXPECT_EQ(main("FFile").backColour(), kPaleYellow);
-        EXPECT_EQ(program.mainTabs().current(), 0);
+        EXPECT_EQ(program.mainTabs().current(), 2); // Team Play, where it stood
         EXPECT_EQ(shown(), std::vector<std::string>{test::kFileWarning + "There is no such existing file!"}) << path;
         EXPECT_EQ(platform.messages[0].icon, MessageIcon::Critical);
     }

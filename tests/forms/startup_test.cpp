@@ -113,9 +113,10 @@ private slots:
             exitLauncher(launcher.program);
         });
         window.close();
+        // Closing saves nothing and asks nothing: the one question is File, Exit's.
         QCOMPARE(launcher.platform.endCalls, 2);
         QCOMPARE(launcher.platform.sounds, std::vector<std::string>{kStartSound});
-        QVERIFY(launcher.platform.dialogs.empty());
+        QVERIFY(launcher.platform.dialogs.empty() && launcher.platform.messages.size() == 1);
         QVERIFY(window.frameGeometry().top() > window.screen()->geometry().bottom());
         QVERIFY(window.width() <= 4000 / 15 + 1);
         // The window came down more than once on its way: it bounced.
