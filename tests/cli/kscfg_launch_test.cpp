@@ -40,6 +40,11 @@ struct QuakeDirectory : test::TempDir {
         test::writeBytes(path, "#!/bin/sh\n" + body);
         fs::permissions(path, fs::perms::owner_all);
     }
+    // Script lines that write the server's pid and then the output of `commands` to record.txt beside it, whole.
+    std::string record(const std::string& commands) const {
+        return "here=$(dirname \"$0\")\n{ echo $$; " + commands +
+               "; } > \"$here/record.tmp\"\nmv \"$here/record.tmp\" \"$here/record.txt\"\n";
+    }
     std::string program() const { return qdir + "/quake2"; }
     std::string line() const {
         return program() + " +set game kestrand +set dedicated 1 +set port 27910 +exec server.cfg";
@@ -74,11 +79,8 @@ TEST(KscfgLaunch, ABadDirectoryOrProgramEndsWithOneClearLine) {
 // not keep the terminal: its caller gets the output at once while the server runs on with its own log.
 TEST(KscfgLaunch, StartsTheServerWholeFromQdirAndLeavesItRunningOnItsOwn) {
     QuakeDirectory q;
-    q.server(q.program(), "here=$(dirname \"$0\")\n"
-                          "{ printf '%s\\n' \"$@\"; pwd; readlink /proc/self/fd/0; echo $$; } > \"$here/record.tmp\"\n"
-                          "mv \"$here/record.tmp\" \"$here/record.txt\"\n"
-                          "echo 'server says hello'\n"
-                          "exec sleep 30\n");
+    q.server(q.program(), q.record("printf '%s\\n' \"$@\"; pwd; readlink /proc/self/fd/0") +
+                              "echo 'server says hello'\nexec sleep 30\n");
     const auto begun = Clock::now();
     const Outcome outcome = kscfg("launch " + test::quoted(q.config), "/", "2>&1 </dev/null");
     EXPECT_LT(Clock::now() - begun, std::chrono::seconds(5));
@@ -86,37 +88,29 @@ TEST(KscfgLaunch, StartsTheServerWholeFromQdirAndLeavesItRunningOnItsOwn) {
     EXPECT_EQ(outcome.output, q.line() + "\nlog: " + q.config + ".log\n");
 
     const std::string record = awaitFile(q.qdir + "/record.txt");
-    EXPECT_EQ(record.substr(0, record.find(q.qdir)),
-              "+set\ngame\nkestrand\n+set\ndedicated\n1\n+set\nport\n27910\n+exec\nserver.cfg\n");
-    EXPECT_EQ(record.substr(record.find(q.qdir)),
-              q.qdir + "\n/dev/null\n" + record.substr(record.rfind('\n', record.size() - 2) + 1));
-    const long pid = std::stol(record.substr(record.rfind('\n', record.size() - 2) + 1));
+    const pid_t pid = std::stoi(record);
+    EXPECT_EQ(record.substr(record.find('\n') + 1),
+              "+set\ngame\nkestrand\n+set\ndedicated\n1\n+set\nport\n27910\n+exec\nserver.cfg\n" + q.qdir +
+                  "\n/dev/null\n");
     EXPECT_EQ(awaitFile(q.config + ".log"), "server says hello\n");
     // The server runs in a session of its own, away from the caller's terminal.
-    EXPECT_NE(getsid(static_cast<pid_t>(pid)), getsid(0));
-    EXPECT_NE(getsid(static_cast<pid_t>(pid)), -1);
+    EXPECT_NE(getsid(pid), getsid(0));
+    EXPECT_NE(getsid(pid), -1);
     EXPECT_FALSE(fs::exists(q.file("decoy.txt")));
-    kill(static_cast<pid_t>(pid), SIGKILL);
+    kill(pid, SIGKILL);
 }
 
-// In the foreground kscfg becomes the server: the same process, so a service manager's signals reach it.
+// In the foreground kscfg becomes the server, in QDIR: the same process, so a service manager's signals reach it.
 TEST(KscfgLaunch, InTheForegroundKscfgBecomesTheServer) {
     QuakeDirectory q;
-    q.server(q.program(), "echo $$ > \"$(dirname \"$0\")/pid.txt\"\n"
-                          "tr '\\0' ' ' < /proc/$$/cmdline > \"$(dirname \"$0\")/cmdline.txt\"\n"
-                          "exec sleep 30\n");
+    q.server(q.program(), q.record("tr '\\0' ' ' < /proc/$$/cmdline; echo; pwd") + "exec sleep 30\n");
     const std::string command = "'" + std::string(KSCFG_PATH) + "' launch " + test::quoted(q.config) +
                                 " --foreground >" + test::quoted(q.file("out.txt")) + " 2>&1 & echo $!";
-    const long kscfgPid = std::stol(test::shell(command).output);
-    const std::string pidText = awaitFile(q.qdir + "/pid.txt");
-    ASSERT_FALSE(pidText.empty());
-    EXPECT_EQ(std::stol(pidText), kscfgPid);
-    // No kscfg stands behind the server: the process of that number runs the server's program now.
-    EXPECT_EQ(awaitFile(q.qdir + "/cmdline.txt"), "/bin/sh " + q.program() +
-                                                      " +set game kestrand +set dedicated 1 "
-                                                      "+set port 27910 +exec server.cfg ");
+    const std::string kscfgPid = test::shell(command).output;
+    // No kscfg stands behind the server: the process of kscfg's number runs the server's program now.
+    EXPECT_EQ(awaitFile(q.qdir + "/record.txt"), kscfgPid + "/bin/sh " + q.line() + " \n" + q.qdir + "\n");
     EXPECT_EQ(test::readBytes(q.file("out.txt")), q.line() + "\n");
-    kill(static_cast<pid_t>(kscfgPid), SIGTERM);
+    kill(std::stoi(kscfgPid), SIGTERM);
 }
 
 // The watch starts the server again after each failure, after 1 s and then 2 s, and ends with it on SIGTERM.

@@ -37,29 +37,37 @@ std::vector<std::string> namesIn(const fs::path& directory) {
     return names;
 }
 
-std::string contentOf(int fd) {
-    std::string bytes(4096, '\0');
-    const ssize_t count = pread(fd, bytes.data(), bytes.size(), 0);
-    bytes.resize(count > 0 ? static_cast<std::size_t>(count) : 0);
-    return bytes;
-}
-
 ino_t inodeOf(const std::string& path) {
     struct stat status {};
     lstat(path.c_str(), &status);
     return status.st_ino;
 }
 
+// A directory with one file, server.cfg unless named otherwise, holding `bytes`.
+struct OldFile : test::TempDir {
+    std::string target;
+    explicit OldFile(const std::string& bytes = "old\n", const std::string& name = "server.cfg") : target(file(name)) {
+        test::writeBytes(target, bytes);
+    }
+};
+
 } // namespace
 
 // Whatever the temporary file is, the one flushed to disk becomes the target by the rename, and only after the
-// flush: a save in place, one that skips the flush or renames first fails here.
-TEST(AtomicSave, FlushesANewFileAndRenamesItOverTheOld) {
+// flush: a save in place, one that skips the flush or renames first fails here. The new file keeps the old one's
+// owner and mode; the old name has the full length of 255 bytes, so a named temporary must find a name beside it.
+TEST(AtomicSave, FlushesANewFileAndRenamesItOverTheOldKeepingItsOwnerAndModeBesideANameOfFullLength) {
+    const std::string name(255, 'n');
     for (const bool unnamed : {true, false}) {
-        test::TempDir dir;
-        const std::string target = dir.file("server.cfg");
-        test::writeBytes(target, "old\n");
+        OldFile dir("old\n", name);
+        const std::string& target = dir.target;
         fs::create_hard_link(target, dir.file("hard.cfg"));
+        // Root's save keeps another user's file theirs, set-group-ID bit and all.
+        const bool root = test::runningAsRoot();
+        const std::pair<uid_t, gid_t> owner =
+            root ? std::pair<uid_t, gid_t>{1234, 2345} : std::pair{geteuid(), getegid()};
+        ASSERT_EQ(chown(target.c_str(), owner.first, owner.second), 0);
+        ASSERT_EQ(chmod(target.c_str(), root ? 02640 : 0600), 0);
         const int reader = open(target.c_str(), O_RDONLY | O_CLOEXEC);
         const ino_t oldFile = inodeOf(target);
         struct {
@@ -83,9 +91,13 @@ TEST(AtomicSave, FlushesANewFileAndRenamesItOverTheOld) {
         EXPECT_EQ(flushed.targetBytes, "old\n");
         EXPECT_EQ(inodeOf(target), flushed.file);
         EXPECT_EQ(test::readBytes(target), "new\n");
-        EXPECT_EQ(contentOf(reader), "old\n");
+        struct stat status {};
+        stat(target.c_str(), &status);
+        EXPECT_EQ(std::pair(status.st_uid, status.st_gid), owner);
+        EXPECT_EQ(status.st_mode & 07777, root ? 02640u : 0600u);
+        EXPECT_EQ(test::readBytes("/proc/self/fd/" + std::to_string(reader)), "old\n");
         EXPECT_EQ(test::readBytes(dir.file("hard.cfg")), "old\n");
-        EXPECT_EQ(namesIn(dir.path()), (std::vector<std::string>{"hard.cfg", "server.cfg"}));
+        EXPECT_EQ(namesIn(dir.path()), (std::vector<std::string>{"hard.cfg", name}));
         close(reader);
     }
 }
@@ -114,37 +126,33 @@ TEST(AtomicSave, AWriteOrFlushThatFailsLeavesTheOldFileWholeAndNoTemporary) {
 
     for (const bool unnamed : {true, false}) {
         for (const auto& [hooks, reason] : cases) {
-            test::TempDir dir;
-            const std::string target = dir.file("server.cfg");
-            test::writeBytes(target, old);
+            OldFile dir(old);
             calls = 0;
             SaveHooks these = hooks;
             these.unnamedTemporary = unnamed;
             const ScopedHooks scoped(these);
-            const OperationResult result = replaceFileAtomically(target, bytes);
-            EXPECT_EQ(result.error, reason) << unnamed;
-            EXPECT_TRUE(test::readBytes(target) == (reason.empty() ? bytes : old)) << reason;
+            EXPECT_EQ(replaceFileAtomically(dir.target, bytes).error, reason) << unnamed;
+            EXPECT_TRUE(test::readBytes(dir.target) == (reason.empty() ? bytes : old)) << reason;
             EXPECT_EQ(namesIn(dir.path()), std::vector<std::string>{"server.cfg"}) << reason;
         }
 
         // A real write that the file size limit stops, as a full disk would.
-        test::TempDir dir;
-        const std::string target = dir.file("server.cfg");
-        test::writeBytes(target, old);
-        const int code = test::runInChild([&] {
-            std::signal(SIGXFSZ, SIG_IGN);
-            const rlimit limit{1000, 1000};
-            setrlimit(RLIMIT_FSIZE, &limit);
-            setSaveHooksForTesting({.unnamedTemporary = unnamed});
-            return replaceFileAtomically(target, bytes).error == "File too large" ? 0 : 1;
-        });
-        EXPECT_EQ(code, 0) << unnamed;
-        EXPECT_EQ(test::readBytes(target), old);
+        OldFile dir(old);
+        EXPECT_EQ(test::runInChild([&] {
+                      std::signal(SIGXFSZ, SIG_IGN);
+                      const rlimit limit{1000, 1000};
+                      setrlimit(RLIMIT_FSIZE, &limit);
+                      setSaveHooksForTesting({.unnamedTemporary = unnamed});
+                      return replaceFileAtomically(dir.target, bytes).error == "File too large" ? 0 : 1;
+                  }),
+                  0)
+            << unnamed;
+        EXPECT_EQ(test::readBytes(dir.target), old);
         EXPECT_EQ(namesIn(dir.path()), std::vector<std::string>{"server.cfg"});
     }
 }
 
-TEST(AtomicSave, RefusesWhatIsNotARegularFileAndLinkLoopsTouchingNothing) {
+TEST(AtomicSave, RefusesWhatIsNotARegularFileAndLinkLoopsTouchingNothingButFollowsOtherLinks) {
     test::TempDir dir;
     const auto at = [&](const std::string& name) { return dir.file(name); };
     ASSERT_EQ(mkfifo(at("fifo").c_str(), 0644), 0);
@@ -188,40 +196,20 @@ TEST(AtomicSave, RefusesWhatIsNotARegularFileAndLinkLoopsTouchingNothing) {
     EXPECT_EQ(namesIn(dir.path()), before);
     close(sock);
 
-    // Forty links are as many as a path may pass.
+    // Forty links are as many as a path may pass; as `echo > link` does, a link whose file is missing gets it.
     ASSERT_TRUE(replaceFileAtomically(at("link-1"), "new\n").ok);
     EXPECT_EQ(test::readBytes(at("end")), "new\n");
-}
-
-// As `echo > link` does, a save through a link whose file is missing creates that file.
-TEST(AtomicSave, ADanglingLinkGetsTheFileItNames) {
-    test::TempDir dir;
-    fs::create_directory(dir.path() / "sub");
-    fs::create_symlink("sub/new.cfg", dir.path() / "dangling.cfg");
-    ASSERT_TRUE(replaceFileAtomically(dir.file("dangling.cfg"), "new\n").ok);
-    EXPECT_TRUE(fs::is_symlink(dir.path() / "dangling.cfg"));
-    EXPECT_EQ(test::readBytes(dir.file("sub/new.cfg")), "new\n");
-}
-
-TEST(AtomicSave, ATemporaryNameFitsBesideANameOfFullLength) {
-    for (const bool unnamed : {true, false}) {
-        test::TempDir dir;
-        const std::string name(255, 'n');
-        test::writeBytes(dir.file(name), "old\n");
-        const ScopedHooks hooks({.unnamedTemporary = unnamed});
-        EXPECT_TRUE(replaceFileAtomically(dir.file(name), "new\n").ok) << unnamed;
-        EXPECT_EQ(test::readBytes(dir.file(name)), "new\n");
-        EXPECT_EQ(namesIn(dir.path()), std::vector<std::string>{name});
-    }
+    fs::create_symlink("dir/new.cfg", at("dangling"));
+    ASSERT_TRUE(replaceFileAtomically(at("dangling"), "new\n").ok);
+    EXPECT_TRUE(fs::is_symlink(at("dangling")) && test::readBytes(at("dir/new.cfg")) == "new\n");
 }
 
 // A save killed in the middle of its write: an unnamed temporary file goes with the process; a named one is
 // removed by a later save once it is a minute old, and nothing else of that name's likeness is.
 TEST(AtomicSave, AKilledSaveLeavesNothingThatLasts) {
     for (const bool unnamed : {true, false}) {
-        test::TempDir dir;
-        const std::string target = dir.file("server.cfg");
-        test::writeBytes(target, "old\n");
+        OldFile dir;
+        const std::string& target = dir.target;
         int ready[2];
         ASSERT_EQ(pipe(ready), 0);
         std::fflush(nullptr);
@@ -263,21 +251,6 @@ TEST(AtomicSave, AKilledSaveLeavesNothingThatLasts) {
         std::sort(expected.begin(), expected.end());
         EXPECT_EQ(namesIn(dir.path()), expected);
     }
-}
-
-TEST(AtomicSave, AsRootKeepsTheOwnerGroupAndModeOfTheOldFile) {
-    if (!test::runningAsRoot()) GTEST_SKIP() << "only root may give a file to another user";
-    test::TempDir dir;
-    const std::string target = dir.file("server.cfg");
-    test::writeBytes(target, "old\n");
-    ASSERT_EQ(chown(target.c_str(), 1234, 2345), 0);
-    ASSERT_EQ(chmod(target.c_str(), 02640), 0);
-    ASSERT_TRUE(replaceFileAtomically(target, "new\n").ok);
-    struct stat status {};
-    stat(target.c_str(), &status);
-    EXPECT_EQ(status.st_uid, 1234u);
-    EXPECT_EQ(status.st_gid, 2345u);
-    EXPECT_EQ(status.st_mode & 07777, 02640u);
 }
 
 // In a sticky world-writable directory another user's link would steer root's save onto any file.

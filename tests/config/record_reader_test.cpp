@@ -56,30 +56,24 @@ TEST(RecordReader, LongRecordsAndLineEndsAcrossBufferBordersReadWhole) {
     }
 }
 
+// Each open runs in a child with an alarm: a FIFO that nobody writes to would hold a blocking open for ever.
 TEST(RecordReader, RefusesWhatIsNotARegularFileAtOnce) {
     test::TempDir dir;
-    const std::vector<std::pair<std::string, std::string>> cases = {
-        {"/dev/zero", "it is not a regular file"},
-        {"/dev/urandom", "it is not a regular file"},
-        {dir.path().string(), "it is a directory"},
-        {dir.file("missing.cfg"), "No such file or directory"},
-    };
-    for (const auto& [path, reason] : cases) {
-        RecordReader reader;
-        EXPECT_FALSE(reader.open(path)) << path;
-        EXPECT_TRUE(reader.failed()) << path;
-        EXPECT_EQ(reader.reason(), reason);
-    }
-
-    // A FIFO that nobody writes to would hold a blocking open for ever.
     ASSERT_EQ(mkfifo(dir.file("fifo").c_str(), 0644), 0);
-    EXPECT_EQ(test::runInChild(
-                  [&] {
-                      RecordReader reader;
-                      return !reader.open(dir.file("fifo")) && reader.reason() == "it is not a regular file" ? 0 : 1;
-                  },
-                  5),
-              0);
+    const std::pair<std::string, std::string> cases[] = {{"/dev/zero", "it is not a regular file"},
+                                                         {"/dev/urandom", "it is not a regular file"},
+                                                         {dir.file("fifo"), "it is not a regular file"},
+                                                         {dir.path().string(), "it is a directory"},
+                                                         {dir.file("missing.cfg"), "No such file or directory"}};
+    for (const auto& [path, reason] : cases) {
+        const int code = test::runInChild(
+            [&] {
+                RecordReader reader;
+                return !reader.open(path) && reader.failed() && reader.reason() == reason ? 0 : 1;
+            },
+            5);
+        EXPECT_EQ(code, 0) << path << " is not refused at once as " << reason;
+    }
 }
 
 #if defined(__SANITIZE_ADDRESS__)

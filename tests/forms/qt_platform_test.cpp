@@ -51,8 +51,8 @@ class QtPlatformTest : public QObject {
     Q_OBJECT
 private slots:
     // Names beyond ASCII and with blanks go to the file system as they are named there, while the bytes of a
-    // file's text stay bytes.
-    void pathsWithAccentsAndBlanksSaveAndOpenThroughTheDialogs() {
+    // file's text stay bytes; a name typed into the Open dialog that matches no file gets the launcher's message.
+    void pathsWithAccentsAndBlanksSaveAndOpenThroughTheDialogsAndAMissingOneIsTold() {
         TempDir temp;
         QtPlatform platform;
         Program program(platform, PathStyle::Linux);
@@ -83,6 +83,12 @@ private slots:
             QCOMPARE(shown.text(), file);
         }
         QVERIFY(QDir::setCurrent(QDir::rootPath()));
+
+        ModalAnswers open({QString::fromStdString(temp.file("missing.cfg"))});
+        chooseAndOpenConfig(program);
+        QCOMPARE(open.messages, QStringList{QStringLiteral("There is no such existing file!")});
+        QCOMPARE(program.field(id::FFile).text(), std::string("NONE"));
+        QCOMPARE(program.field(id::FFile).backColour(), kPaleYellow);
     }
 
     // The file-type lines read as the launcher names them and match a name in either case.
@@ -130,19 +136,6 @@ private slots:
             QCOMPARE(QCoreApplication::exec(), 0);
         }
         QVERIFY(tornDown);
-    }
-
-    // A name typed into the Open dialog that matches no file gets the launcher's own message.
-    void openingANameThatMatchesNoFileGetsTheLaunchersMessage() {
-        TempDir temp;
-        QtPlatform platform;
-        Program program(platform, PathStyle::Linux);
-        connectHandlers(program);
-        ModalAnswers open({QString::fromStdString(temp.file("missing.cfg"))});
-        chooseAndOpenConfig(program);
-        QCOMPARE(open.messages, QStringList{QStringLiteral("There is no such existing file!")});
-        QCOMPARE(program.field(id::FFile).text(), std::string("NONE"));
-        QCOMPARE(program.field(id::FFile).backColour(), kPaleYellow);
     }
 
     // The sounds come from the module built beside the launcher, found where the platform looks first; it answers

@@ -1,6 +1,6 @@
 // The thread beside the start runs before the application object exists: however long the main thread takes to
-// make the application, the main thread stays Qt's main thread, and the pictures come over. A program of its own,
-// because the application object must not exist when it starts.
+// make the application, it stays Qt's main thread, and the pictures come over. A program of its own, because the
+// application object must not exist when it starts.
 
 #include "forms/start_ahead.h"
 #include "support/temp_dir.h"
@@ -33,14 +33,7 @@ int main(int argc, char** argv) {
     QApplication app(argc, argv);
     ahead.applicationReady();
     const ks::SplashPictures pictures = ahead.takeSplashPictures();
-    int failures = 0;
-    if (notMainThread) {
-        std::fputs("the thread beside the start became Qt's main thread\n", stderr);
-        ++failures;
-    }
-    if (pictures.backdrop.isNull() || pictures.banners[2].isNull()) {
-        std::fputs("the pictures did not come over\n", stderr);
-        ++failures;
-    }
-    return failures == 0 ? 0 : 1;
+    if (notMainThread) std::fputs("the thread beside the start became Qt's main thread\n", stderr);
+    if (pictures.backdrop.isNull() || pictures.banners[2].isNull()) std::fputs("the pictures did not come\n", stderr);
+    return notMainThread || pictures.backdrop.isNull() || pictures.banners[2].isNull() ? 1 : 0;
 }

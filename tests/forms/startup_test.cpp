@@ -1,6 +1,5 @@
 #include "window_launcher.h"
 
-#include "forms/exit_animation.h"
 #include "forms/flags_dialog.h"
 #include "forms/launcher_start.h"
 #include "forms/push_button.h"
@@ -15,8 +14,6 @@ using namespace ks::test;
 
 namespace {
 
-void fire(QTimer* timer) { QVERIFY(QMetaObject::invokeMethod(timer, "timeout", Qt::DirectConnection)); }
-
 // The launcher before its start: the core on the scripted platform, nothing found on the disk.
 struct BeforeStart : Launcher {
     BeforeStart() : Launcher(PathStyle::Linux, false) { platform.home = ""; }
@@ -29,37 +26,31 @@ const std::string kStartSound = "/opt/kslaunch/ks4a.wav";
 class StartupTest : public QObject {
     Q_OBJECT
 private slots:
-    // The splash stands first; the main window loads unseen behind it, its message over the splash.
-    void theSplashStandsWhileTheMainWindowLoadsUnseenAndContinueShowsTheFirstTab() {
-        BeforeStart launcher;
-        LauncherStart start(launcher.program, nullptr);
-        QVERIFY(start.splash() && start.splash()->isVisible());
-        QVERIFY(!start.window().isVisible());
-        QCOMPARE(launcher.platform.sounds, std::vector<std::string>{kStartSound});
-        QCOMPARE(launcher.shown().size(), std::size_t(1));
-        QVERIFY(launcher.shown()[0].starts_with("No Kestrand Directory|"));
-        QCOMPARE(launcher.check("ipCheck").state(), 1);
+    // The splash stands first; the main window loads unseen behind it, its message over the splash. Continue
+    // shows the first tab, the timer Team Play; the splash is gone with its first end, so nothing comes later.
+    void theSplashStandsWhileTheMainWindowLoadsUnseenAndItsFirstEndChoosesTheTab() {
+        for (const bool byContinue : {true, false}) {
+            BeforeStart launcher;
+            LauncherStart start(launcher.program, nullptr);
+            QVERIFY(start.splash() && start.splash()->isVisible());
+            QVERIFY(!start.window().isVisible());
+            QCOMPARE(launcher.platform.sounds, std::vector<std::string>{kStartSound});
+            QCOMPARE(launcher.shown().size(), std::size_t(1));
+            QVERIFY(launcher.shown()[0].starts_with("No Kestrand Directory|"));
+            QCOMPARE(launcher.check("ipCheck").state(), 1);
 
-        SplashScreen* splash = start.splash();
-        fire(splash->continueTimer());
-        QTest::mouseClick(splash->continueButton(), Qt::LeftButton);
-        QVERIFY(start.splash() == nullptr);
-        QVERIFY(start.window().isVisible());
-        QCOMPARE(launcher.program.mainTabs().current(), 0);
-    }
-
-    void withoutContinueTheTimerShowsTeamPlayAndOnlyTheFirstEndCounts() {
-        BeforeStart launcher;
-        LauncherStart start(launcher.program, nullptr);
-        SplashScreen* splash = start.splash();
-        fire(splash->endTimer());
-        QVERIFY(start.window().isVisible());
-        QCOMPARE(launcher.program.mainTabs().current(), 2);
-        QCOMPARE(launcher.program.mainTabs().captions()[2], std::string("Team Play"));
-        // The splash is gone; a late Continue cannot bring up the first tab any more.
-        QVERIFY(start.splash() == nullptr);
-        QTest::qWait(20);
-        QCOMPARE(launcher.program.mainTabs().current(), 2);
+            SplashScreen* splash = start.splash();
+            fire(splash->continueTimer());
+            if (byContinue)
+                QTest::mouseClick(splash->continueButton(), Qt::LeftButton);
+            else
+                fire(splash->endTimer());
+            QVERIFY(start.splash() == nullptr);
+            QVERIFY(start.window().isVisible());
+            QTest::qWait(20);
+            QCOMPARE(launcher.program.mainTabs().current(), byContinue ? 0 : 2);
+        }
+        QCOMPARE(BeforeStart().program.mainTabs().captions()[2], std::string("Team Play"));
     }
 
     // About runs the splash's whole load step each time, modal over the main window.
@@ -104,37 +95,28 @@ private slots:
                  (std::vector<std::string>{"/opt/kslaunch/rail.wav", "/opt/kslaunch/button.wav"}));
     }
 
-    // Closing the window starts the farewell; a second close request during the show changes nothing.
+    // Closing the window plays the farewell once: the start sound, the fold to a bar that bounces and falls below
+    // the screen. A second close request during the show changes nothing.
     void closingRunsTheFarewellOnceWhateverElseArrives() {
         WindowLauncher launcher;
+        QWidget& window = *launcher.window;
         launcher.platform.onEnd = [&] { launcher.window->leaveProgram(); };
         launcher.platform.sounds.clear();
-        // During the show the operator closes the window again, then leaves by File, Exit without saving.
-        QTimer::singleShot(200, [&] { launcher.window->close(); });
-        QTimer::singleShot(300, [&] {
-            launcher.platform.messageAnswers.push_back(MessageAnswer::No);
-            exitLauncher(launcher.program);
-        });
-        launcher.window->close();
-        QCOMPARE(launcher.platform.endCalls, 2);
-        QCOMPARE(launcher.platform.sounds, std::vector<std::string>{kStartSound});
-        QVERIFY(launcher.window->frameGeometry().top() > launcher.window->screen()->geometry().bottom());
-        QVERIFY(launcher.platform.dialogs.empty());
-    }
-
-    // The farewell folds the window, bounces it and drops it below the screen, with the start sound first.
-    void theExitAnimationEndsWithTheWindowBelowTheScreen() {
-        WindowLauncher launcher;
-        QWidget& window = *launcher.window;
-        int sounds = 0;
         std::vector<int> tops;
         QTimer sampler;
         sampler.callOnTimeout([&] { tops.push_back(window.frameGeometry().top()); });
         sampler.start(5);
-        playExitAnimation(
-            window, [&] { ++sounds; },
-            {std::chrono::milliseconds(60), std::chrono::milliseconds(200), std::chrono::milliseconds(20)});
-        QCOMPARE(sounds, 1);
+        // During the show the operator closes the window again, then leaves by File, Exit without saving.
+        QTimer::singleShot(200, [&] { window.close(); });
+        QTimer::singleShot(300, [&] {
+            launcher.platform.messageAnswers.push_back(MessageAnswer::No);
+            exitLauncher(launcher.program);
+        });
+        window.close();
+        // Closing saves nothing and asks nothing: the one question is File, Exit's.
+        QCOMPARE(launcher.platform.endCalls, 2);
+        QCOMPARE(launcher.platform.sounds, std::vector<std::string>{kStartSound});
+        QVERIFY(launcher.platform.dialogs.empty() && launcher.platform.messages.size() == 1);
         QVERIFY(window.frameGeometry().top() > window.screen()->geometry().bottom());
         QVERIFY(window.width() <= 4000 / 15 + 1);
         // The window came down more than once on its way: it bounced.

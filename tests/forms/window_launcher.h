@@ -42,6 +42,9 @@ struct WindowLauncher : Launcher {
 
 inline QString qt(std::string_view text) { return toQt(std::string(text)); }
 
+// Lets a timer go off now instead of waiting for it.
+inline void fire(QTimer* timer) { QVERIFY(QMetaObject::invokeMethod(timer, "timeout", Qt::DirectConnection)); }
+
 inline void clickTab(RowTabs* tabs, int tab) {
     QTest::mouseClick(tabs, Qt::LeftButton, {}, tabs->tabRect(tab).center());
 }

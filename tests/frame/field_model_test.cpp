@@ -1,7 +1,5 @@
-#include "frame/catalogue.h"
 #include "frame/field.h"
-#include "frame/program.h"
-#include "support/fake_platform.h"
+#include "frame/path_style.h"
 
 #include <gtest/gtest.h>
 
@@ -31,22 +29,6 @@ TEST(FieldModel, ViewsHearBeforeTheChangeHandlerAndOnlyRealChangesRunEither) {
     for (int state : {1, 0, 0})
         box.setState(state);
     EXPECT_EQ(clicks, 1);
-}
-
-TEST(Catalogue, FreshFormsHaveYellowSentinelsStartTotalsAndSameNamedFieldsApart) {
-    test::FakePlatform platform;
-    Program program(platform);
-    for (const char* name : {"FFile", "FGD", "QDIR"}) {
-        const Field& field = *program.form(FormId::Main).findField(name);
-        EXPECT_EQ(field.text(), "NONE");
-        EXPECT_EQ(field.backColour(), kPaleYellow);
-        EXPECT_FALSE(field.enabled());
-    }
-    EXPECT_EQ(program.mainTabs().current(), 2);
-    EXPECT_EQ(program.flagTabs().current(), 1);
-    EXPECT_EQ(program.form(FormId::Weapons).findField("FGD")->key(), "g_damage");
-    program.form(FormId::Flags).findField("ABT")->setText("7");
-    EXPECT_EQ(program.form(FormId::Main).findField("ABT")->text(), "1");
 }
 
 TEST(Paths, DirectoryAndFileNameAreCutAtTheLastSeparatorOfTheStyle) {

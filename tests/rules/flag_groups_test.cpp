@@ -1,5 +1,3 @@
-#include "config/writer.h"
-#include "frame/catalogue.h"
 #include "support/launcher_test.h"
 
 #include <map>
@@ -22,21 +20,6 @@ TEST_F(RulesTest, EveryBoxOnGivesEachGroupItsFullMaskAndEveryBoxOffGivesZero) {
         EXPECT_EQ(flags(total).text(), "0") << total;
     EXPECT_EQ(flags("DMFLAG19").text(), "0");
     EXPECT_TRUE(platform.messages.empty());
-}
-
-TEST_F(RulesTest, DmFlagsAddUpBeyondSixteenBitsAndAWrittenFileHoldsWhatWasClicked) {
-    check("Check57").setState(1);
-    EXPECT_NE(renderConfig(program).find("\r\nset dmflags 1104\r\n"), std::string::npos);
-    for (const FlagMember& member : flagGroups()[5].members)
-        check(member.check).setState(1);
-    EXPECT_EQ(flags("DMFLAGT").text(), "983039");
-    for (const FlagMember& member : flagGroups()[5].members)
-        check(member.check).setState(0);
-    for (const auto& [name, total] : {std::pair{"Check62", "32768"}, {"Check63", "131072"}}) {
-        check(name).setState(1);
-        EXPECT_EQ(flags("DMFLAGT").text(), total);
-        check(name).setState(0);
-    }
 }
 
 TEST_F(RulesTest, TypedItemValuesEnterTheSumAtTheNextClickInTheirGroupUnrounded) {

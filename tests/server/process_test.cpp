@@ -130,19 +130,3 @@ TEST(Process, ABareNameIsLookedUpInTheAbsoluteDirectoriesOfPath) {
     ASSERT_TRUE(result.ok()) << result.error;
     EXPECT_EQ(logLines(dir.file("log")).at(0), "[x]");
 }
-
-TEST(Process, ASpawnedChildIsWaitedForAndAForegroundStartReplacesTheCaller) {
-    test::TempDir dir;
-    const StartResult child = spawnChild("/bin/sh", {"-c", "exit 7"}, "");
-    ASSERT_TRUE(child.ok()) << child.error;
-    int status = 0;
-    ASSERT_EQ(waitpid(static_cast<pid_t>(child.pid), &status, 0), child.pid);
-    EXPECT_EQ(WEXITSTATUS(status), 7);
-
-    EXPECT_EQ(test::runInChild([&] {
-                  execForeground("/bin/sh", {"-c", "pwd -P > out; exit 5"}, dir.path().string());
-                  return 1;
-              }),
-              5);
-    EXPECT_EQ(test::readBytes(dir.file("out")), fs::canonical(dir.path()).string() + "\n");
-}

@@ -3,7 +3,10 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <iomanip>
 #include <optional>
+#include <sstream>
+#include <string>
 #include <vector>
 
 using namespace ks;
@@ -14,23 +17,16 @@ namespace {
 constexpr TwipSize kScreen{15360, 11520};
 constexpr TwipRect kWindow{3000, 2000, 9600, 7200};
 
-struct Pass {
-    int peak, step, fallMoves, riseMoves;
-    double lowestTop, highestTop;
-};
-
-void expectPasses(const ExitMotion& motion, const std::vector<Pass>& expected) {
-    ASSERT_EQ(motion.passes.size(), expected.size());
-    for (std::size_t i = 0; i < expected.size(); ++i) {
-        SCOPED_TRACE(testing::Message() << "pass " << i + 1);
-        const BouncePass& pass = motion.passes[i];
-        EXPECT_EQ(pass.peak, expected[i].peak);
-        EXPECT_EQ(pass.step, expected[i].step);
-        EXPECT_EQ(pass.fallMoves, expected[i].fallMoves);
-        EXPECT_EQ(pass.riseMoves, expected[i].riseMoves);
-        EXPECT_EQ(pass.lowestTop, expected[i].lowestTop);
-        EXPECT_EQ(pass.highestTop, expected[i].highestTop);
+// Each pass as "PEAK STEP FALL-MOVES RISE-MOVES LOWEST-TOP HIGHEST-TOP".
+std::vector<std::string> passesOf(const ExitMotion& motion) {
+    std::vector<std::string> out;
+    for (const BouncePass& p : motion.passes) {
+        std::ostringstream pass;
+        pass << std::setprecision(12) << p.peak << ' ' << p.step << ' ' << p.fallMoves << ' ' << p.riseMoves << ' '
+             << p.lowestTop << ' ' << p.highestTop;
+        out.push_back(pass.str());
     }
+    return out;
 }
 
 std::vector<WindowMove> movesOf(const ExitMotion& motion, MoveKind kind) {
@@ -49,7 +45,7 @@ int timesMade(const std::vector<WindowMove>& moves) {
 
 } // namespace
 
-TEST(ExitMotion, FoldsTheWindowCentredToABarThenBouncesFivePassesOnTheTaskBarAndFallsOffInTheSixth) {
+TEST(ExitMotion, FoldsTheWindowCentredToABarThenBouncesFivePassesOnTheTaskBarAndFallsOffInTheSixthLettingEventsRun) {
     const ExitMotion motion = planExitMotion(kScreen, 740, kWindow);
     EXPECT_EQ(motion.trayTop, 11100);
 
@@ -70,27 +66,16 @@ TEST(ExitMotion, FoldsTheWindowCentredToABarThenBouncesFivePassesOnTheTaskBarAnd
     EXPECT_EQ(reshape[0].box, (TwipRect{7675, 5755, 10, 0}));
     EXPECT_EQ(reshape[1].box, (TwipRect{7675, 5755, 4000, 0}));
 
-    expectPasses(motion, {{7100, 75, 72, 55, 11155, 7030},
-                          {8100, 73, 56, 42, 11118, 8052},
-                          {9100, 71, 43, 29, 11105, 9046},
-                          {10100, 69, 30, 15, 11116, 10081},
-                          {11100, 67, 16, 1, 11153, 11086},
-                          {12100, 65, 1, 0, 11151, 11151}});
+    EXPECT_EQ(passesOf(motion), (std::vector<std::string>{"7100 75 72 55 11155 7030", "8100 73 56 42 11118 8052",
+                                                          "9100 71 43 29 11105 9046", "10100 69 30 15 11116 10081",
+                                                          "11100 67 16 1 11153 11086", "12100 65 1 0 11151 11151"}));
 
     EXPECT_EQ(motion.finalStep, 65);
     EXPECT_EQ(movesOf(motion, MoveKind::Fall).size(), 230u);
     // 142 rising moves drift the bar 15 twips each to the right.
     EXPECT_EQ(motion.moves.back().box, (TwipRect{7675 + 142 * 15, 26101, 4000, 0}));
-}
 
-TEST(ExitMotion, AFractionalLengthIsRoundedBeforeItIsHalved) {
-    // 11520 - 7190.4 = 4329.6 becomes 4330, and half of it is the top.
-    const ExitMotion motion = planExitMotion(kScreen, 740, {3000, 2000, 9600, 7200.4});
-    EXPECT_EQ(motion.moves.front().box.top, 2165);
-}
-
-TEST(ExitMotion, EventsRunBeforeEveryFoldStepAndBounceMoveButNotInTheFinalFall) {
-    const ExitMotion motion = planExitMotion(kScreen, 740, kWindow);
+    // Events run before every fold step but the bar's height of 30 and before every bounce, not in the fall.
     std::vector<MoveKind> order;
     int quietFoldMoves = 0;
     for (const WindowMove& move : motion.moves) {
@@ -100,9 +85,15 @@ TEST(ExitMotion, EventsRunBeforeEveryFoldStepAndBounceMoveButNotInTheFinalFall) 
         else
             EXPECT_EQ(move.letEventsRun, move.kind == MoveKind::Bounce);
     }
-    EXPECT_EQ(quietFoldMoves, 1); // the bar's height of 30
+    EXPECT_EQ(quietFoldMoves, 1);
     EXPECT_EQ(order, (std::vector<MoveKind>{MoveKind::Collapse, MoveKind::Restore, MoveKind::Reshape, MoveKind::Bounce,
                                             MoveKind::Fall}));
+}
+
+TEST(ExitMotion, AFractionalLengthIsRoundedBeforeItIsHalved) {
+    // 11520 - 7190.4 = 4329.6 becomes 4330, and half of it is the top.
+    const ExitMotion motion = planExitMotion(kScreen, 740, {3000, 2000, 9600, 7200.4});
+    EXPECT_EQ(motion.moves.front().box.top, 2165);
 }
 
 TEST(ExitMotion, WithoutATaskBarAtTheBottomTheBarBouncesOnTheScreensLowerEdge) {
@@ -110,12 +101,10 @@ TEST(ExitMotion, WithoutATaskBarAtTheBottomTheBarBouncesOnTheScreensLowerEdge) {
         SCOPED_TRACE(taskBar ? *taskBar : 9999);
         const ExitMotion motion = planExitMotion(kScreen, taskBar, kWindow);
         EXPECT_EQ(motion.trayTop, 11520);
-        expectPasses(motion, {{7520, 75, 77, 54, 11530, 7480},
-                              {8520, 73, 56, 42, 11568, 8502},
-                              {9520, 71, 43, 29, 11555, 9496},
-                              {10520, 69, 30, 16, 11566, 10462},
-                              {11520, 67, 16, 1, 11534, 11467},
-                              {12520, 65, 1, 0, 11532, 11532}});
+        EXPECT_EQ(passesOf(motion),
+                  (std::vector<std::string>{"7520 75 77 54 11530 7480", "8520 73 56 42 11568 8502",
+                                            "9520 71 43 29 11555 9496", "10520 69 30 16 11566 10462",
+                                            "11520 67 16 1 11534 11467", "12520 65 1 0 11532 11532"}));
         EXPECT_EQ(motion.moves.back().box.top, 26547);
     }
 }
@@ -124,12 +113,9 @@ TEST(ExitMotion, AWindowAlreadyBelowTheFirstPeakRisesNoHigherThanItStood) {
     // A task bar 268 pixels tall: the folded bar at 5755 stands below 7500 - 4000.
     const ExitMotion motion = planExitMotion(kScreen, 500, kWindow);
     EXPECT_EQ(motion.trayTop, 7500);
-    expectPasses(motion, {{5755, 75, 24, 24, 7555, 5755},
-                          {6755, 73, 24, 11, 7507, 6704},
-                          {7755, 71, 12, 0, 7556, 7556},
-                          {8755, 69, 0, 0, 7556, 7556},
-                          {9755, 67, 0, 0, 7556, 7556},
-                          {10755, 65, 0, 0, 7556, 7556}});
+    EXPECT_EQ(passesOf(motion),
+              (std::vector<std::string>{"5755 75 24 24 7555 5755", "6755 73 24 11 7507 6704", "7755 71 12 0 7556 7556",
+                                        "8755 69 0 0 7556 7556", "9755 67 0 0 7556 7556", "10755 65 0 0 7556 7556"}));
     EXPECT_EQ(motion.moves.back().box.top, 22506);
 }
 
@@ -137,14 +123,10 @@ TEST(ExitMotion, OnAScreenLowerThan10000TwipsThePassesRunOnWithoutMovementUntilT
     // 640 x 480 pixels; the window of 400 x 300 pixels.
     const ExitMotion motion = planExitMotion({9600, 7200}, std::nullopt, {1000, 1000, 6000, 4500});
     EXPECT_EQ(motion.trayTop, 7200);
-    expectPasses(motion, {{3595, 75, 49, 49, 7270, 3595},
-                          {4595, 73, 50, 37, 7245, 4544},
-                          {5595, 71, 38, 24, 7242, 5538},
-                          {6595, 69, 25, 10, 7263, 6573},
-                          {7595, 67, 10, 0, 7243, 7243},
-                          {8595, 65, 0, 0, 7243, 7243},
-                          {9595, 63, 0, 0, 7243, 7243},
-                          {10595, 61, 0, 0, 7243, 7243}});
+    EXPECT_EQ(passesOf(motion),
+              (std::vector<std::string>{"3595 75 49 49 7270 3595", "4595 73 50 37 7245 4544", "5595 71 38 24 7242 5538",
+                                        "6595 69 25 10 7263 6573", "7595 67 10 0 7243 7243", "8595 65 0 0 7243 7243",
+                                        "9595 63 0 0 7243 7243", "10595 61 0 0 7243 7243"}));
     EXPECT_EQ(motion.finalStep, 61);
     EXPECT_EQ(motion.moves.back().box.top, 22249);
 }

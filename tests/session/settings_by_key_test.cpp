@@ -26,68 +26,54 @@ std::string outcome(const AssignResult& result) {
 
 } // namespace
 
-TEST_F(SettingsByKey, AValueRunsTheFieldsHandlersAsTypingAndLeavingTheFieldWould) {
+// Each row in turn on one launcher: the outcome, what changed on the three forms and the messages shown.
+TEST_F(SettingsByKey, AValueRunsTheHandlersAsTypingAndLeavingTheFieldWould) {
     struct Case {
-        std::string key, value, field, text, result;
+        std::string assignment, result;
+        test::Launcher::Snapshot changed;
         std::vector<std::string> shown = {};
     };
-    // clang-format off
+    const std::string dm = "DeathMatch, Off or On|Must be 0 or 1", dl = "Damage Location, Off or On|Must be 0 or 1";
     const std::vector<Case> cases = {
-        {"hostname", "My Server  ", "FHOSTN", "\"My Server\"", "done"},
-        {"team1model", "male", "FTM1", "\"male\"", "done"},
-        {"team2model", "", "FTM2", "\"", "done"},
-        {"map", "q2dm3 ", "FSM", "q2dm3 ", "done"},
-        {"hook_color", "8", "FHC1", "8", "done"},
-        {"deathmatch", "5", "FDM", "", "refused|DeathMatch, Off or On|Must be 0 or 1", {"DeathMatch, Off or On|Must be 0 or 1"}},
-        {"qdir", "/srv/q2", "QDIR", "/srv/q2", "done"},
-        {"hostname", "two\nlines", "FHOSTN", "\"My Server\"", "refused|hostname|a value cannot hold a line break"},
+        {"hostname=My Server  ", "done", {{"frmMain.FHOSTN", "\"My Server\""}}},
+        {"team1model=male", "done", {{"frmMain.FTM1", "\"male\""}}},
+        {"team2model=", "done", {{"frmMain.FTM2", "\""}}},
+        {"map=q2dm3 ", "done", {{"frmMain.FSM", "q2dm3 "}}},
+        {"hook_color=8", "done", {{"frmMain.FHC1", "8"}}},
+        {"deathmatch=5", "refused|" + dm, {{"frmMain.FDM", ""}}, {dm}},
+        {"qdir=/srv/q2", "done", {{"frmMain.QDIR", "/srv/q2"}}},
+        {"hostname=two\nlines", "refused|hostname|a value cannot hold a line break", {}},
+        // A switch of the weapon dialog keeps the refused text, as the dialog does; its FGD is not the main one.
+        {"damage_locate=2", "refused|" + dl, {{"Form2.DL1", "2"}}, {dl}},
+        {"g_damage=99", "done", {{"Form2.FGD", "99"}}},
+        // A flag takes 1 or 0 and its total follows, but a total is not set itself.
+        {"df_force_respawn=1", "done", {{"Form1.Check57", "1"}, {"Form1.DMFLAG11", "1024"}, {"Form1.DMFLAGT", "1104"}}},
+        {"df_force_respawn=on", "refused|df_force_respawn|takes 1 (on) or 0 (off)", {}},
+        {"b_ban=0", "done", {{"Form1.Check69", "0"}, {"Form1.BOT5", "0"}, {"Form1.BOTT", "15"}}},
+        {"sv_botdetection=31",
+         "not settable|sv_botdetection adds up its flags (b_log ... b_ban) and follows them: "
+         "set a flag to 1 or 0 instead, as in b_log=1",
+         {}},
+        // A refused address stays as typed, some said so by a message; an empty one turns Use Default back on.
+        {"IP=10.0.0.1", "done", {{"frmMain.ipCheck", "0"}, {"frmMain.IP", "10.0.0.1"}}},
+        {"IP=10.0.0.256", "refused|IP Validator|10.0.0.256 is Invalid", {{"frmMain.IP", "10.0.0.256"}}},
+        {"IP= 10.0.0 ",
+         "refused|IP Validator|10.0.0 is Invalid",
+         {{"frmMain.IP", " 10.0.0 "}},
+         {"IP Validator|10.0.0 is Invalid"}},
+        {"IP=", "done", {{"frmMain.ipCheck", "1"}, {"frmMain.IP", ""}}},
     };
-    // clang-format on
     for (const Case& c : cases) {
         platform.messages.clear();
-        EXPECT_EQ(outcome(assignSetting(program, setting(c.key), c.value)), c.result) << c.key;
-        EXPECT_EQ(main(c.field).text(), c.text) << c.key;
-        EXPECT_EQ(shown(), c.shown) << c.key;
+        const std::size_t is = c.assignment.find('=');
+        const SettingKey& key = setting(c.assignment.substr(0, is));
+        std::string result;
+        EXPECT_EQ(changedBy([&] { result = outcome(assignSetting(program, key, c.assignment.substr(is + 1))); }),
+                  c.changed)
+            << c.assignment;
+        EXPECT_EQ(result, c.result) << c.assignment;
+        EXPECT_EQ(shown(), c.shown) << c.assignment;
     }
-    EXPECT_EQ(main("QDIR").backColour(), kWhite);
-    // A switch of the weapon dialog keeps the refused text, as the dialog does.
-    EXPECT_EQ(outcome(assignSetting(program, setting("damage_locate"), "2")),
-              "refused|Damage Location, Off or On|Must be 0 or 1");
-    EXPECT_EQ(weapons("DL1").text(), "2");
-    EXPECT_EQ(outcome(assignSetting(program, setting("g_damage"), "99")), "done");
-    EXPECT_EQ(weapons("FGD").text(), "99");
-    EXPECT_EQ(main("FGD").text(), "NONE");
-}
-
-TEST_F(SettingsByKey, AFlagTakesOneOrZeroAndItsTotalFollowsButIsNotSetItself) {
-    EXPECT_EQ(outcome(assignSetting(program, setting("df_force_respawn"), "1")), "done");
-    EXPECT_EQ(check("Check57").state(), 1);
-    EXPECT_EQ(flags("DMFLAG11").text(), "1024");
-    EXPECT_EQ(flags("DMFLAGT").text(), "1104");
-    EXPECT_EQ(outcome(assignSetting(program, setting("df_force_respawn"), "on")),
-              "refused|df_force_respawn|takes 1 (on) or 0 (off)");
-    EXPECT_EQ(check("Check57").state(), 1);
-    EXPECT_EQ(outcome(assignSetting(program, setting("b_ban"), "0")), "done");
-    EXPECT_EQ(flags("BOTT").text(), "15");
-    EXPECT_EQ(outcome(assignSetting(program, setting("sv_botdetection"), "31")),
-              "not settable|sv_botdetection adds up its flags (b_log ... b_ban) and follows them: set a flag to 1 or "
-              "0 instead, as in b_log=1");
-    EXPECT_EQ(flags("BOTT").text(), "15");
-}
-
-TEST_F(SettingsByKey, TheAddressIsTestedAndAnEmptyOneTurnsUseDefaultBackOn) {
-    EXPECT_EQ(outcome(assignSetting(program, setting("IP"), "10.0.0.1")), "done");
-    EXPECT_EQ(check("ipCheck").state(), 0);
-    EXPECT_EQ(main("IP").text(), "10.0.0.1");
-    EXPECT_EQ(outcome(assignSetting(program, setting("IP"), "")), "done");
-    EXPECT_EQ(check("ipCheck").state(), 1);
-    EXPECT_EQ(main("IP").text(), "");
-    // The address test refuses some addresses with its message and others without one.
-    EXPECT_EQ(outcome(assignSetting(program, setting("IP"), "10.0.0.256")),
-              "refused|IP Validator|10.0.0.256 is Invalid");
-    EXPECT_EQ(shown(), std::vector<std::string>{});
-    EXPECT_EQ(outcome(assignSetting(program, setting("IP"), " 10.0.0 ")), "refused|IP Validator|10.0.0 is Invalid");
-    EXPECT_EQ(shown(), std::vector<std::string>{"IP Validator|10.0.0 is Invalid"});
 }
 
 TEST(SettingKeys, TheNearestKeysAreThoseFewestEditsAway) {

@@ -39,7 +39,6 @@ public:
     std::vector<std::string> sounds;
     std::vector<std::string> processes;
     std::vector<std::string> links;
-    std::vector<std::string> directoryChanges;
     int endCalls = 0;
 
     std::string programPath() override { return record("programPath"), program; }
@@ -66,7 +65,7 @@ public:
         return record("hasPlainFile " + directory), directoriesWithFiles.count(directory) > 0;
     }
     OperationResult changeDirectory(const std::string& path) override {
-        record("changeDirectory " + path, directoryChanges, path);
+        record("changeDirectory " + path);
         if (failChangeDirectory) return OperationResult::failure("No such file or directory");
         cwd = path;
         return OperationResult::success();

@@ -91,14 +91,18 @@ struct Launcher {
         }
         return all;
     }
-    // Opens the file through File, Open and tells what changed on the three forms.
-    Snapshot openAndSee(const std::string& path) {
+    // What an action changes on the three forms.
+    template <class Action> Snapshot changedBy(Action action) {
         const Snapshot before = snapshot();
-        open(path);
+        action();
         Snapshot changed;
         for (const auto& [name, text] : snapshot())
             if (before.at(name) != text) changed[name] = text;
         return changed;
+    }
+    // Opens the file through File, Open and tells what changed on the three forms.
+    Snapshot openAndSee(const std::string& path) {
+        return changedBy([&] { open(path); });
     }
 };
 
