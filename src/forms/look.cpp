@@ -38,6 +38,17 @@ QFont launcherFont(double pointSize, bool bold) {
     return font;
 }
 
+QPainterPath shieldOutline(qreal s) {
+    QPainterPath shield;
+    shield.moveTo(s * 0.08, s * 0.06);
+    shield.lineTo(s * 0.92, s * 0.06);
+    shield.lineTo(s * 0.92, s * 0.52);
+    shield.quadTo(s * 0.90, s * 0.82, s * 0.5, s * 0.97);
+    shield.quadTo(s * 0.10, s * 0.82, s * 0.08, s * 0.52);
+    shield.closeSubpath();
+    return shield;
+}
+
 namespace {
 
 // A dark shield with a red "K" and a thin gold rim.
@@ -47,16 +58,9 @@ QPixmap drawIcon(int size) {
     QPainter painter(&pixmap);
     painter.setRenderHint(QPainter::Antialiasing);
     const qreal s = size;
-    QPainterPath shield;
-    shield.moveTo(s * 0.08, s * 0.06);
-    shield.lineTo(s * 0.92, s * 0.06);
-    shield.lineTo(s * 0.92, s * 0.52);
-    shield.quadTo(s * 0.90, s * 0.82, s * 0.5, s * 0.97);
-    shield.quadTo(s * 0.10, s * 0.82, s * 0.08, s * 0.52);
-    shield.closeSubpath();
     painter.setPen(QPen(QColor(214, 170, 60), qMax(1.0, s / 16)));
     painter.setBrush(QColor(24, 24, 28));
-    painter.drawPath(shield);
+    painter.drawPath(shieldOutline(s));
 
     const qreal stroke = qMax(2.0, s * 0.14);
     painter.setPen(QPen(QColor(220, 30, 20), stroke, Qt::SolidLine, Qt::FlatCap, Qt::MiterJoin));

@@ -1,4 +1,5 @@
 #include "forms/splash_art.h"
+#include "forms/look.h"
 
 #include <QFont>
 #include <QFontMetricsF>
@@ -242,13 +243,7 @@ void paintBackdrop(QImage& image) {
     // The emblem: a tall shield in dull bronze, barely lit, behind the middle of the picture.
     const double s = size * 0.62;
     painter.translate(size / 2 - s / 2, size * 0.5 - s * 0.48);
-    QPainterPath shield;
-    shield.moveTo(s * 0.1, s * 0.04);
-    shield.lineTo(s * 0.9, s * 0.04);
-    shield.lineTo(s * 0.9, s * 0.5);
-    shield.quadTo(s * 0.88, s * 0.82, s * 0.5, s * 0.98);
-    shield.quadTo(s * 0.12, s * 0.82, s * 0.1, s * 0.5);
-    shield.closeSubpath();
+    const QPainterPath shield = shieldOutline(s);
     painter.setPen(QPen(QColor(96, 70, 30, 90), 3));
     painter.setBrush(QColor(30, 22, 14, 60));
     painter.drawPath(shield);
