@@ -13,6 +13,8 @@
 #include <QTimer>
 #include <QWindow>
 
+#include <utility>
+
 namespace ks {
 
 namespace {
@@ -39,14 +41,23 @@ LauncherStart::LauncherStart(Program& program, QtPlatform* qtPlatform, StartAhea
     // The splash's load step starts its timers and asks for the start sound. The splash is on the screen before
     // anything else is built; the sound starts right after its first frame, so that waking the sound system does
     // not hold the frame back.
+    //
+    // A first frame kept from the last run reaches the screen before the texts are laid out; they are built right
+    // after it, on the same pixels.
     bool startSoundDue = false;
     std::function<SplashPictures()> pictures = drawSplashPictures;
-    if (ahead) pictures = [ahead] { return ahead->takeSplashPictures(); };
+    SplashPictureCache::KeptFrame kept;
+    if (ahead) {
+        pictures = [ahead] { return ahead->takeSplashPictures(); };
+        kept = ahead->takeKeptFrame();
+    }
     splash_ = new SplashScreen(
-        toQt(std::string(kProgramVersionText)), [&startSoundDue] { startSoundDue = true; }, nullptr, pictures);
+        toQt(std::string(kProgramVersionText)), [&startSoundDue] { startSoundDue = true; }, nullptr, pictures, &kept);
     connect(splash_, &SplashScreen::finished, this, &LauncherStart::splashEnded);
     splash_->show();
     waitForFirstFrame(*splash_);
+    splash_->finishLoad();
+    kept.image = QImage(); // shown and done with
     if (startSoundDue) program_.playCue("ks4a.wav");
 
     window_ = std::make_unique<MainWindow>(program_);
@@ -58,6 +69,15 @@ LauncherStart::LauncherStart(Program& program, QtPlatform* qtPlatform, StartAhea
     if (qtPlatform_) qtPlatform_->setDialogParent(window_.get());
     // All that is left before the main window shows is the splash's end.
     traceStartupStep("ready");
+    if (ahead)
+        QTimer::singleShot(0, this, [this, ahead, keptLabel = kept.label] { keepSplashFrame(*ahead, keptLabel); });
+}
+
+void LauncherStart::keepSplashFrame(const StartAhead& ahead, const QByteArray& keptLabel) {
+    // A frame under the label of the splash as it stands now looks like it: nothing to keep.
+    if (!splash_ || splash_->frameLabel() == keptLabel) return;
+    const QImage frame = splash_->renderFrame();
+    if (!frame.isNull()) ahead.keepFrame({splash_->frameLabel(), frame});
 }
 
 LauncherStart::~LauncherStart() { delete splash_; }

@@ -22,7 +22,8 @@ class LauncherStart : public QObject {
     Q_OBJECT
 public:
     // `qtPlatform` is the desktop's platform, or null when the program runs on another one (the tests). `ahead`,
-    // when given, draws the splash's pictures.
+    // when given, draws the splash's pictures, hands over its first frame kept from the last run and keeps this
+    // run's when it differs.
     LauncherStart(Program& program, QtPlatform* qtPlatform, StartAhead* ahead = nullptr);
     ~LauncherStart() override;
 
@@ -32,6 +33,8 @@ public:
 
 private:
     void splashEnded(bool byContinue);
+    // Keeps the splash as it looks now for the next start, unless the kept frame is of the same look.
+    void keepSplashFrame(const StartAhead& ahead, const QByteArray& keptLabel);
 
     Program& program_;
     QtPlatform* qtPlatform_;

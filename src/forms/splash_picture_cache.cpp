@@ -34,6 +34,35 @@ std::string_view bytesOf(const QImage& image) {
     return {reinterpret_cast<const char*>(image.constBits()), std::size_t(image.sizeInBytes())};
 }
 
+// The first frame's file: its own first line, the frame's label on the second, then its width and height,
+// its pixels like the pictures' and their check sum.
+QByteArray frameHeaderLine() {
+    return QByteArrayLiteral("kslaunch splash frame " KS_SPLASH_ART_DIGEST " Qt ") + qVersion() + '\n';
+}
+
+QString frameFileBeside(const QString& picturesFile) {
+    return QFileInfo(picturesFile).absolutePath() + QStringLiteral("/splash-frame");
+}
+
+// The largest frame read back, in pixels a side: far more than any screen gives the splash.
+constexpr qint32 kLargestFrameSide = 16384;
+
+// Replaces the file by what `writeBytes` writes, whole, or leaves it as it was.
+void replaceFile(const QString& path, const std::function<void(QSaveFile&)>& writeBytes) {
+    if (!QDir().mkpath(QFileInfo(path).absolutePath())) return;
+    QSaveFile file(path);
+    if (!file.open(QIODevice::WriteOnly)) return;
+    writeBytes(file);
+    file.commit();
+}
+
+// The check sum of a frame's pixels, premultiplied ARGB32.
+quint64 frameSum(const QImage& frame) {
+    if (frame.format() != QImage::Format_ARGB32_Premultiplied)
+        return frameSum(frame.convertToFormat(QImage::Format_ARGB32_Premultiplied));
+    return quint64(frame.width()) << 48 ^ quint64(frame.height()) << 32 ^ std::hash<std::string_view>{}(bytesOf(frame));
+}
+
 quint64 checkSum(const std::array<QImage*, 4>& images) {
     quint64 sum = 0;
     for (const QImage* image : images)
@@ -89,19 +118,51 @@ void SplashPictureCache::write(const SplashPictures& pictures, const QPainterPat
         if (images[i]->format() != QImage::Format_ARGB32_Premultiplied)
             *images[i] = images[i]->convertToFormat(QImage::Format_ARGB32_Premultiplied);
     }
-    if (!QDir().mkpath(QFileInfo(file_).absolutePath())) return;
-    QSaveFile file(file_);
-    if (!file.open(QIODevice::WriteOnly)) return;
-    const quint64 lettersPrint = fingerprint(letters);
-    file.write(headerLine());
-    file.write(reinterpret_cast<const char*>(&lettersPrint), sizeof lettersPrint);
-    for (const QImage* image : images) {
-        const std::string_view bytes = bytesOf(*image);
+    replaceFile(file_, [&](QSaveFile& file) {
+        const quint64 lettersPrint = fingerprint(letters);
+        file.write(headerLine());
+        file.write(reinterpret_cast<const char*>(&lettersPrint), sizeof lettersPrint);
+        for (const QImage* image : images) {
+            const std::string_view bytes = bytesOf(*image);
+            file.write(bytes.data(), qint64(bytes.size()));
+        }
+        const quint64 sum = checkSum(images);
+        file.write(reinterpret_cast<const char*>(&sum), sizeof sum);
+    });
+}
+
+bool SplashPictureCache::readFrame(KeptFrame& kept) const {
+    QFile file(frameFileBeside(file_));
+    if (!file.open(QIODevice::ReadOnly) || file.readLine(256) != frameHeaderLine()) return false;
+    QByteArray label = file.readLine(256);
+    if (!label.endsWith('\n')) return false;
+    label.chop(1);
+    qint32 size[2] = {};
+    if (file.read(reinterpret_cast<char*>(size), sizeof size) != sizeof size) return false;
+    if (size[0] <= 0 || size[1] <= 0 || size[0] > kLargestFrameSide || size[1] > kLargestFrameSide) return false;
+    QImage image(size[0], size[1], QImage::Format_ARGB32_Premultiplied);
+    if (image.isNull() || file.read(reinterpret_cast<char*>(image.bits()), image.sizeInBytes()) != image.sizeInBytes())
+        return false;
+    quint64 sum = 0;
+    if (file.read(reinterpret_cast<char*>(&sum), sizeof sum) != sizeof sum || sum != frameSum(image) || !file.atEnd())
+        return false;
+    kept = {std::move(label), std::move(image)};
+    return true;
+}
+
+void SplashPictureCache::writeFrame(const KeptFrame& frame) const {
+    if (frame.image.isNull() || frame.label.contains('\n')) return;
+    const QImage image = frame.image.convertToFormat(QImage::Format_ARGB32_Premultiplied);
+    replaceFile(frameFileBeside(file_), [&](QSaveFile& file) {
+        const qint32 size[2] = {image.width(), image.height()};
+        const std::string_view bytes = bytesOf(image);
+        const quint64 sum = frameSum(image);
+        file.write(frameHeaderLine());
+        file.write(frame.label + '\n');
+        file.write(reinterpret_cast<const char*>(size), sizeof size);
         file.write(bytes.data(), qint64(bytes.size()));
-    }
-    const quint64 sum = checkSum(images);
-    file.write(reinterpret_cast<const char*>(&sum), sizeof sum);
-    file.commit();
+        file.write(reinterpret_cast<const char*>(&sum), sizeof sum);
+    });
 }
 
 } // namespace ks

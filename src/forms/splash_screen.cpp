@@ -8,6 +8,7 @@
 #include <QFontMetricsF>
 #include <QGuiApplication>
 #include <QLabel>
+#include <QPainter>
 #include <QPixmap>
 #include <QPointer>
 #include <QPushButton>
@@ -117,8 +118,9 @@ void shrinkToFit(QLabel* label, QSizeF size) {
 } // namespace
 
 SplashScreen::SplashScreen(const QString& versionText, std::function<void()> playStartSound, QWidget* owner,
-                           const std::function<SplashPictures()>& pictures)
-    : QWidget(owner, Qt::Window | Qt::FramelessWindowHint) {
+                           std::function<SplashPictures()> pictures, const SplashPictureCache::KeptFrame* keptFrame)
+    : QWidget(owner, Qt::Window | Qt::FramelessWindowHint), versionText_(versionText),
+      picturesSource_(std::move(pictures)) {
     setObjectName(QStringLiteral("frmSplash"));
     if (const QScreen* screen = owner ? owner->screen() : QGuiApplication::primaryScreen()) {
         twipsPerPixelX_ = 1440.0 / screen->logicalDotsPerInchX();
@@ -130,12 +132,61 @@ SplashScreen::SplashScreen(const QString& versionText, std::function<void()> pla
     setAutoFillBackground(true);
 
     shape(owner);
-    placePictures();
-    buildLabels(versionText);
-    showPictures(pictures());
-    buildContinueButton();
+    const qreal ratio = devicePixelRatioF();
+    // A frame kept under other fonts still serves for the moment until the texts are built.
+    if (keptFrame && keptFrame->label.startsWith(screenLabel() + ' ') && keptFrame->image.size() == size() * ratio) {
+        keptFrame_ = keptFrame->image;
+        keptFrame_.setDevicePixelRatio(ratio);
+    } else {
+        finishLoad();
+    }
     if (playStartSound) playStartSound();
     startTimers();
+}
+
+void SplashScreen::finishLoad() {
+    if (!picturesSource_) return;
+    placePictures();
+    buildLabels(versionText_);
+    showPictures(std::exchange(picturesSource_, nullptr)());
+    buildContinueButton();
+    // Built on a screen that stands already, they show as they would have with it.
+    if (isVisible())
+        for (QWidget* child : findChildren<QWidget*>(Qt::FindDirectChildrenOnly))
+            if (child != continueButton_) child->show();
+    keptFrame_ = QImage();
+}
+
+QByteArray SplashScreen::screenLabel() const {
+    const QScreen* shown = screen();
+    return versionText_.toUtf8() + ' ' + QGuiApplication::platformName().toUtf8() + ' ' +
+           QByteArray::number(devicePixelRatioF()) + ' ' +
+           QByteArray::number(shown ? shown->logicalDotsPerInchX() : 0) + ' ' +
+           QByteArray::number(shown ? shown->logicalDotsPerInchY() : 0);
+}
+
+QByteArray SplashScreen::frameLabel() const {
+    if (picturesSource_) return screenLabel() + " unbuilt";
+    QString fonts;
+    for (const QLabel* label : findChildren<QLabel*>(Qt::FindDirectChildrenOnly)) {
+        if (label->text().isEmpty()) continue;
+        const QFontInfo face(label->font());
+        fonts += face.family() + '/' + face.styleName() + '/' + QString::number(face.pointSizeF()) + '/' +
+                 QString::number(face.weight()) + '/' + QString::number(face.italic()) + '/' +
+                 QString::number(label->font().underline()) + ';';
+    }
+    return screenLabel() + ' ' + QByteArray::number(qHash(fonts), 16);
+}
+
+QImage SplashScreen::renderFrame() {
+    if (picturesSource_ || changedSinceLoad_) return {};
+    return grab().toImage().convertToFormat(QImage::Format_ARGB32_Premultiplied);
+}
+
+void SplashScreen::paintEvent(QPaintEvent*) {
+    if (keptFrame_.isNull()) return;
+    QPainter painter(this);
+    painter.drawImage(0, 0, keptFrame_);
 }
 
 QRect SplashScreen::toPixels(int left, int top, int width, int height) const {
@@ -250,6 +301,8 @@ void SplashScreen::showNextPicture() {
     // Which of the three banners and the large picture show at each step of the cycle.
     static constexpr bool kShown[3][4] = {
         {true, false, false, true}, {false, true, false, false}, {false, false, true, true}};
+    finishLoad(); // in case the kept frame still stood in
+    changedSinceLoad_ = true;
     ++pictureStep_;
     for (int i = 0; i < 4; ++i)
         pictures_[i]->setVisible(kShown[pictureStep_ - 1][i]);
@@ -257,6 +310,8 @@ void SplashScreen::showNextPicture() {
 }
 
 void SplashScreen::offerContinue() {
+    finishLoad(); // in case the kept frame still stood in
+    changedSinceLoad_ = true;
     if (!continueButton_->isHidden()) return;
     continueButton_->show();
     continueButton_->setFocus();

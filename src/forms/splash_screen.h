@@ -1,7 +1,9 @@
 #pragma once
 
 #include "forms/splash_art.h"
+#include "forms/splash_picture_cache.h"
 
+#include <QImage>
 #include <QWidget>
 
 #include <array>
@@ -24,11 +26,26 @@ namespace ks {
 //
 // `pictures` hands over the four pictures; it is asked once the texts have been laid out, so that the pictures
 // can be drawn on another thread meanwhile.
+//
+// Given a first frame kept from an earlier run under its own frame label, the screen paints that frame and
+// leaves its texts and pictures until `finishLoad`, which the owner calls once the first frame is on the screen:
+// the same pixels reach the screen without waiting for the fonts.
 class SplashScreen : public QWidget {
     Q_OBJECT
 public:
     SplashScreen(const QString& versionText, std::function<void()> playStartSound, QWidget* owner = nullptr,
-                 const std::function<SplashPictures()>& pictures = drawSplashPictures);
+                 std::function<SplashPictures()> pictures = drawSplashPictures,
+                 const SplashPictureCache::KeptFrame* keptFrame = nullptr);
+
+    // Builds the texts and pictures that a kept frame stood in for; nothing when they are built.
+    void finishLoad();
+    // What names this screen's look: the version, the platform and the screen's resolution, then, once the texts
+    // are built, the faces and sizes the machine's fonts gave them. Painted by the same drawing code (which the
+    // kept file names), two screens of one label look the same.
+    QByteArray frameLabel() const;
+    // The screen as it looks, for keeping: once its texts are built and as long as it looks as at its load (no
+    // banner has changed and Continue does not show yet); else a null image.
+    QImage renderFrame();
 
     // Shows the screen modally and waits for its end; then hides it. True when it ended by Continue.
     bool exec();
@@ -45,8 +62,10 @@ signals:
 
 protected:
     void closeEvent(QCloseEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
 
 private:
+    QByteArray screenLabel() const;
     QRect toPixels(int left, int top, int width, int height) const;
     QLabel* addLabel(const char* name, const QString& text, QRgb colour, QRect twips, const QFont& font,
                      Qt::Alignment alignment = Qt::AlignLeft | Qt::AlignTop);
@@ -61,6 +80,9 @@ private:
     void offerContinue();
     void end(bool byContinue);
 
+    QString versionText_;
+    std::function<SplashPictures()> picturesSource_; // empty once the pictures are shown
+    QImage keptFrame_;
     double twipsPerPixelX_ = 15;
     double twipsPerPixelY_ = 15;
     std::array<QLabel*, 4> pictures_{}; // three banners, then the large picture behind them
@@ -69,6 +91,7 @@ private:
     QTimer* imageTimer_ = nullptr;
     QTimer* endTimer_ = nullptr;
     QTimer* continueTimer_ = nullptr;
+    bool changedSinceLoad_ = false;
     bool ended_ = false;
     bool endedByContinue_ = false;
 };

@@ -33,6 +33,7 @@ void StartAhead::run() {
     bool read = false;
     try {
         read = cache_.read(kept);
+        cache_.readFrame(keptFrame_);
     } catch (...) {
         // Pictures that could not be read are drawn.
     }

@@ -4,6 +4,7 @@
 
 #include <future>
 #include <thread>
+#include <utility>
 
 namespace ks {
 
@@ -11,9 +12,9 @@ namespace ks {
 // screen sooner.
 //
 // Made first thing in main, before the application object, it reads the machine's font configuration and the
-// splash's pictures kept from an earlier run while the application connects to the display. Once the application
-// exists, it checks the kept name band against the fonts and draws what was not kept, while the main thread lays
-// out the splash's texts.
+// splash's pictures and first frame kept from an earlier run while the application connects to the display. Once the
+// application exists, it checks the kept name band against the fonts and draws what was not kept, while the main thread
+// lays out the splash's texts.
 class StartAhead {
 public:
     explicit StartAhead(SplashPictureCache cache = SplashPictureCache());
@@ -26,6 +27,10 @@ public:
     void applicationReady();
     // Waits for the pictures and hands them over; once only, after applicationReady.
     SplashPictures takeSplashPictures();
+    // The first frame kept from an earlier run, or none; once only, after applicationReady.
+    SplashPictureCache::KeptFrame takeKeptFrame() { return std::move(keptFrame_); }
+    // Keeps the frame for the next run.
+    void keepFrame(const SplashPictureCache::KeptFrame& frame) const { cache_.writeFrame(frame); }
 
 private:
     void run();
@@ -34,6 +39,7 @@ private:
     std::promise<void> fontsRead_;
     std::promise<bool> goOn_; // false when the application never came
     std::promise<SplashPictures> pictures_;
+    SplashPictureCache::KeptFrame keptFrame_; // read before fontsRead_ is set
     bool wentOn_ = false;
     std::thread thread_;
 };

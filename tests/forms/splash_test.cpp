@@ -154,6 +154,49 @@ private slots:
             QVERIFY(nothing.pictures.backdrop.isNull() && nothing.pictures.banners[2].isNull());
         }
     }
+
+    // A first frame kept from a splash stands in for the texts and pictures of the next until they are built, with
+    // the same pixels before and after. A frame kept for another version or screen, or a frame file cut short or
+    // damaged, is passed over and the texts are built at once.
+    void aKeptFrameLooksLikeTheSplashItStandsInFor() {
+        SplashScreen built(QStringLiteral("3.11"), {});
+        built.show();
+        const SplashPictureCache::KeptFrame kept{built.frameLabel(), built.renderFrame()};
+        QVERIFY(!kept.image.isNull());
+        TempDir temp;
+        const SplashPictureCache cache(QString::fromStdString(temp.file("splash-pictures")));
+        cache.writeFrame(kept);
+        SplashPictureCache::KeptFrame read;
+        QVERIFY(cache.readFrame(read));
+        QCOMPARE(read.label, kept.label);
+
+        SplashScreen standIn(QStringLiteral("3.11"), {}, nullptr, drawSplashPictures, &read);
+        QVERIFY(!standIn.findChild<QLabel*>("VERS"));
+        QCOMPARE(standIn.grab().toImage().convertToFormat(QImage::Format_ARGB32_Premultiplied), kept.image);
+        standIn.show();
+        standIn.finishLoad();
+        QVERIFY(standIn.findChild<QLabel*>("VERS")->isVisible() && standIn.continueButton()->isHidden());
+        QCOMPARE(standIn.renderFrame(), kept.image);
+        QCOMPARE(standIn.frameLabel(), kept.label);
+        fire(standIn.imageTimer()); // a banner turns: no longer the frame of the load
+        QVERIFY(standIn.renderFrame().isNull());
+
+        SplashPictureCache::KeptFrame otherVersion = kept;
+        otherVersion.label.replace("3.11", "3.10");
+        SplashScreen passedOver(QStringLiteral("3.11"), {}, nullptr, drawSplashPictures, &otherVersion);
+        QVERIFY(passedOver.findChild<QLabel*>("VERS"));
+
+        const std::string file = temp.file("splash-frame");
+        const std::string whole = readBytes(file);
+        std::string damaged = whole;
+        damaged[damaged.size() / 2] ^= 0x10;
+        for (const std::string& bytes : {whole.substr(0, whole.size() - 1), damaged, whole + "x"}) {
+            writeBytes(file, bytes);
+            SplashPictureCache::KeptFrame nothing;
+            QVERIFY(!cache.readFrame(nothing));
+            QVERIFY(nothing.image.isNull());
+        }
+    }
 };
 
 static RegisterTest<SplashTest> registerSplashTest("SplashTest");
