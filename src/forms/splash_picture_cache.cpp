@@ -56,11 +56,19 @@ void replaceFile(const QString& path, const std::function<void(QSaveFile&)>& wri
     file.commit();
 }
 
-// The check sum of a frame's pixels, premultiplied ARGB32.
-quint64 frameSum(const QImage& frame) {
-    if (frame.format() != QImage::Format_ARGB32_Premultiplied)
-        return frameSum(frame.convertToFormat(QImage::Format_ARGB32_Premultiplied));
-    return quint64(frame.width()) << 48 ^ quint64(frame.height()) << 32 ^ std::hash<std::string_view>{}(bytesOf(frame));
+// Reads an image of `size`, premultiplied ARGB32 row by row, from where the file stands; a null image when the
+// file holds fewer bytes.
+QImage readPixels(QFile& file, QSize size) {
+    QImage image(size, QImage::Format_ARGB32_Premultiplied);
+    if (image.isNull() || file.read(reinterpret_cast<char*>(image.bits()), image.sizeInBytes()) != image.sizeInBytes())
+        return {};
+    return image;
+}
+
+// True when what is left of the file is the check sum `sum`.
+bool endsWithSum(QFile& file, quint64 sum) {
+    quint64 read = 0;
+    return file.read(reinterpret_cast<char*>(&read), sizeof read) == sizeof read && read == sum && file.atEnd();
 }
 
 quint64 checkSum(const std::array<QImage*, 4>& images) {
@@ -97,15 +105,10 @@ bool SplashPictureCache::read(Kept& kept) const {
     if (file.read(reinterpret_cast<char*>(&read.letters), sizeof read.letters) != sizeof read.letters) return false;
     const std::array<QImage*, 4> images = imagesOf(read.pictures);
     for (std::size_t i = 0; i < images.size(); ++i) {
-        QImage image(sizeOf(i), QImage::Format_ARGB32_Premultiplied);
-        if (image.isNull() ||
-            file.read(reinterpret_cast<char*>(image.bits()), image.sizeInBytes()) != image.sizeInBytes())
-            return false;
-        *images[i] = std::move(image);
+        *images[i] = readPixels(file, sizeOf(i));
+        if (images[i]->isNull()) return false;
     }
-    quint64 sum = 0;
-    if (file.read(reinterpret_cast<char*>(&sum), sizeof sum) != sizeof sum || sum != checkSum(images) || !file.atEnd())
-        return false;
+    if (!endsWithSum(file, checkSum(images))) return false;
     kept = std::move(read);
     return true;
 }
@@ -140,12 +143,8 @@ bool SplashPictureCache::readFrame(KeptFrame& kept) const {
     qint32 size[2] = {};
     if (file.read(reinterpret_cast<char*>(size), sizeof size) != sizeof size) return false;
     if (size[0] <= 0 || size[1] <= 0 || size[0] > kLargestFrameSide || size[1] > kLargestFrameSide) return false;
-    QImage image(size[0], size[1], QImage::Format_ARGB32_Premultiplied);
-    if (image.isNull() || file.read(reinterpret_cast<char*>(image.bits()), image.sizeInBytes()) != image.sizeInBytes())
-        return false;
-    quint64 sum = 0;
-    if (file.read(reinterpret_cast<char*>(&sum), sizeof sum) != sizeof sum || sum != frameSum(image) || !file.atEnd())
-        return false;
+    QImage image = readPixels(file, QSize(size[0], size[1]));
+    if (image.isNull() || !endsWithSum(file, std::hash<std::string_view>{}(bytesOf(image)))) return false;
     kept = {std::move(label), std::move(image)};
     return true;
 }
@@ -156,7 +155,7 @@ void SplashPictureCache::writeFrame(const KeptFrame& frame) const {
     replaceFile(frameFileBeside(file_), [&](QSaveFile& file) {
         const qint32 size[2] = {image.width(), image.height()};
         const std::string_view bytes = bytesOf(image);
-        const quint64 sum = frameSum(image);
+        const quint64 sum = std::hash<std::string_view>{}(bytes);
         file.write(frameHeaderLine());
         file.write(frame.label + '\n');
         file.write(reinterpret_cast<const char*>(size), sizeof size);
