@@ -34,15 +34,20 @@ std::string lowerCase(std::string_view text) {
 }
 
 std::string serverCommandLine(PathStyle style, const LaunchValues& values) {
+    // Windows finds a file whatever the case of its name; a Linux file system does not, so there the game
+    // directory and the file's name reach the server as they are written.
+    const auto asNamed = [style](std::string_view name) {
+        return style == PathStyle::Windows ? lowerCase(name) : std::string(name);
+    };
     std::string line = serverProgram(style, values.qdir);
     line += " +set game ";
-    line += lowerCase(values.gameDir);
+    line += asNamed(values.gameDir);
     line += " +set dedicated ";
     line += values.dedicated;
     line += " +set port ";
     line += values.port;
     line += " +exec ";
-    line += lowerCase(fileNamePart(style, values.configFile));
+    line += asNamed(fileNamePart(style, values.configFile));
     return line;
 }
 

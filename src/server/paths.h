@@ -34,8 +34,8 @@ struct LaunchValues {
     std::string_view configFile;
 };
 
-// The server's command line, unquoted: program, game (lower-cased), dedicated, port and the
-// configuration file's name (lower-cased).
+// The server's command line, unquoted: program, game, dedicated, port and the configuration file's name. In the
+// Windows style the game and the file's name are lower-cased; in the Linux style they keep their case.
 std::string serverCommandLine(PathStyle style, const LaunchValues& values);
 
 // ASCII letters to lower case; every other byte stays.

@@ -15,13 +15,13 @@ TEST(Run, SavesThenChangesToQdirAndStartsTheServerEachTimeEvenAfterANoToReplace)
 
     saveAndStartServer(l.program);
     EXPECT_FALSE(test::readBytes(file).empty()); // the save came first
-    const std::string line = "/srv/Quake 2/quake2 +set game kestrand +set dedicated 1 +set port 27911 +exec server.cfg";
+    const std::string line = "/srv/Quake 2/quake2 +set game Kestrand +set dedicated 1 +set port 27911 +exec Server.CFG";
     EXPECT_EQ(l.effects(), (std::vector<std::string>{"changeDirectory /srv/Quake 2", "startProcess " + line}));
     // The program is one path, blank and all; its output goes beside the configuration file.
     const ProgramStart& started = l.platform.starts.at(0);
     EXPECT_EQ(started.program, "/srv/Quake 2/quake2");
-    EXPECT_EQ(started.arguments, (std::vector<std::string>{"+set", "game", "kestrand", "+set", "dedicated", "1", "+set",
-                                                           "port", "27911", "+exec", "server.cfg"}));
+    EXPECT_EQ(started.arguments, (std::vector<std::string>{"+set", "game", "Kestrand", "+set", "dedicated", "1", "+set",
+                                                           "port", "27911", "+exec", "Server.CFG"}));
     EXPECT_EQ(started.logFile, file + ".log");
     // The operator keeps a file of his own; the server starts with it all the same.
     l.file("exec mine.cfg\r\n", "Server.CFG");
@@ -44,7 +44,7 @@ TEST(ServerCommands, AFailingDirectoryChangeOrStartIsToldAndTheLauncherGoesOn) {
         runMenuCommand(l.program, "help");
     }
     // Without its directory the server does not start; the editor opens the file all the same.
-    const std::string line = "NONE/quake2 +set game none +set dedicated 1 +set port 27910 +exec server.cfg";
+    const std::string line = "NONE/quake2 +set game NONE +set dedicated 1 +set port 27910 +exec server.cfg";
     EXPECT_EQ(l.platform.processes, (std::vector<std::string>{"xdg-open " + help, line, "xdg-open " + help}));
     // The companion file is one argument of the editor, whatever blanks its path holds.
     EXPECT_EQ(l.platform.starts.at(0).arguments, std::vector<std::string>{help});

@@ -24,7 +24,7 @@ TEST(GameDirectorySplit, SplitsAtTheLastSeparatorBeforeTheLastCharacter) {
         EXPECT_EQ(splitGameDirectory(style, selected), split) << selected;
 }
 
-TEST(ServerCommandLine, HasItsTenPiecesWithOnlyTheGameAndTheFileNameLowerCased) {
+TEST(ServerCommandLine, HasItsTenPiecesWithTheGameAndTheFileNameLowerCasedOnlyInTheWindowsStyle) {
     const struct {
         PathStyle style;
         LaunchValues values;
@@ -47,10 +47,10 @@ TEST(ServerCommandLine, HasItsTenPiecesWithOnlyTheGameAndTheFileNameLowerCased) 
         {PathStyle::Windows,
          {"C:\\Program Files\\Quake2", "kestrand", "1", "27910", "MY.CFG"},
          "C:\\Program Files\\Quake2\\quake2.exe +set game kestrand +set dedicated 1 +set port 27910 +exec my.cfg"},
-        // A backslash is no separator in the Linux style.
+        // A backslash is no separator in the Linux style, and the case stays, as a Linux file system needs it.
         {PathStyle::Linux,
-         {"/q2", "k", "1", "2", "C:\\Q\\S.cfg"},
-         "/q2/quake2 +set game k +set dedicated 1 +set port 2 +exec c:\\q\\s.cfg"},
+         {"/Q2", "Kestrand", "1", "2", "C:\\Q\\Server.CFG"},
+         "/Q2/quake2 +set game Kestrand +set dedicated 1 +set port 2 +exec C:\\Q\\Server.CFG"},
     };
     for (const auto& row : rows)
         EXPECT_EQ(serverCommandLine(row.style, row.values), row.line);
