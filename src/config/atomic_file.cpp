@@ -258,9 +258,10 @@ OperationResult replaceFileAtomically(const std::string& path, std::string_view 
     }
     removeStaleTemporaries(directory.get());
 
-    // Until it takes the old file's mode, the new one is readable by its owner alone.
+    // Until it takes the old file's mode, the new one is readable by its owner alone. A file that did not exist
+    // holds a password from its first save, so others get no right to it at all.
     Temporary temporary;
-    int error = createTemporary(directory.get(), existed ? 0600 : 0666, temporary);
+    int error = createTemporary(directory.get(), existed ? 0600 : 0640, temporary);
     if (error == 0) error = writeAll(temporary.fd.get(), bytes);
     if (error == 0 && existed) error = takeOwnerAndMode(temporary.fd.get(), old);
     if (error == 0) error = flushToDisk(temporary.fd.get());

@@ -19,7 +19,8 @@ namespace ks {
 // - What stands at the target must be a regular file: a directory ("it is a directory"), a device, a FIFO or a
 //   socket ("it is not a regular file") is refused and left as it is. A read-only file is refused too.
 // - Owner and group are kept where this process may set them (root can; the file's owner keeps its group when a
-//   member of it), the mode always. A hard link is broken: the other names keep the old content.
+//   member of it), the mode always. A hard link is broken: the other names keep the old content. A file that
+//   did not exist is created 0640 less the umask: a configuration holds the server's password.
 // - The temporary file has no name while it is written (where the file system allows it) and then a short
 //   one, ".ks" with 12 hex digits and ".tmp", whatever the length of the target's name. A save that is killed
 //   leaves at most such a file behind; the next save in the directory removes those older than a minute.

@@ -55,7 +55,8 @@ struct OldFile : test::TempDir {
 
 // Whatever the temporary file is, the one flushed to disk becomes the target by the rename, and only after the
 // flush: a save in place, one that skips the flush or renames first fails here. The new file keeps the old one's
-// owner and mode; the old name has the full length of 255 bytes, so a named temporary must find a name beside it.
+// owner and mode, a new file is 0640 less the umask; the old name has the full length of 255 bytes, so a named
+// temporary must find a name beside it.
 TEST(AtomicSave, FlushesANewFileAndRenamesItOverTheOldKeepingItsOwnerAndModeBesideANameOfFullLength) {
     const std::string name(255, 'n');
     for (const bool unnamed : {true, false}) {
@@ -99,6 +100,15 @@ TEST(AtomicSave, FlushesANewFileAndRenamesItOverTheOldKeepingItsOwnerAndModeBesi
         EXPECT_EQ(test::readBytes(dir.file("hard.cfg")), "old\n");
         EXPECT_EQ(namesIn(dir.path()), (std::vector<std::string>{"hard.cfg", name}));
         close(reader);
+        // A new file holds a password: others may not read it, whatever the umask lets through.
+        for (const auto& [mask, mode] : {std::pair<mode_t, mode_t>{022, 0640}, {0, 0640}, {077, 0600}}) {
+            const mode_t previous = umask(mask);
+            EXPECT_TRUE(replaceFileAtomically(dir.file("new.cfg"), "new\n").ok);
+            umask(previous);
+            stat(dir.file("new.cfg").c_str(), &status);
+            EXPECT_EQ(status.st_mode & 07777, mode) << mask;
+            fs::remove(dir.file("new.cfg"));
+        }
     }
 }
 
