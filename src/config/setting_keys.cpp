@@ -18,8 +18,22 @@ SettingKey flagsSetting(FieldId field, LineKind line) {
         if (flagTotalAt(g) == field) return {group.totalKey, line, field, SettingKind::Total, {}, g};
     }
     for (std::size_t row = 0; row < std::size(kStartAmmoRows); ++row)
-        if (startAmmoAt(row) == field) return {kStartAmmoRows[row].key, line, field};
+        if (startAmmoAt(row) == field) return {kStartAmmoRows[row].key, line, field, SettingKind::Number};
     return {{}, line, field};
+}
+
+SettingKind kindOf(const FieldRow& row) {
+    switch (row.kind) {
+    case ValueKind::Address:
+        return SettingKind::Address;
+    case ValueKind::Switch:
+    case ValueKind::Number:
+    case ValueKind::HookColour:
+    case ValueKind::VooshMode:
+        return SettingKind::Number;
+    default:
+        return SettingKind::Text;
+    }
 }
 
 std::vector<SettingKey> buildSettingKeys() {
@@ -30,8 +44,8 @@ std::vector<SettingKey> buildSettingKeys() {
             all.push_back(flagsSetting(line.field, line.kind));
             continue;
         }
-        const SettingKind kind = line.field == id::IP ? SettingKind::Address : SettingKind::Text;
-        all.push_back({fieldRowOf(line.field)->key, line.kind, line.field, kind});
+        const FieldRow& row = *fieldRowOf(line.field);
+        all.push_back({row.key, line.kind, line.field, kindOf(row)});
     }
     return all;
 }

@@ -13,6 +13,7 @@ namespace ks {
 // What the value of a setting is and how it is given.
 enum class SettingKind {
     Text,    // the text of a field
+    Number,  // the text of a field that the server reads as a number: a switch, a count, a time, a start ammo
     Address, // the server IP, which stands behind "Use Default"
     Flag,    // a member of a flag group: its item field holds its bit while its check box is on, else 0
     Total,   // the sum of a flag group's item fields, which follows the check boxes

@@ -189,4 +189,11 @@ std::string plainDecimal(double value) {
     return std::string(buffer, end);
 }
 
+bool isPlainNumber(std::string_view text) {
+    const std::size_t point = text.find('.');
+    if (point != std::string_view::npos && text.find('.', point + 1) != std::string_view::npos) return false;
+    return std::any_of(text.begin(), text.end(), isDigit) &&
+           std::all_of(text.begin(), text.end(), [](char c) { return isDigit(c) || c == '.'; });
+}
+
 } // namespace ks

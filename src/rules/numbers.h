@@ -24,6 +24,10 @@ double fieldValue(std::string_view text);
 // a number too large for a double are no number. A number too small reads as 0.
 std::optional<double> wholeNumber(std::string_view word);
 
+// Whether a setting's text is a number as the server reads one: digits, with at most one point among or behind
+// them ("16", "0.5", ".5"), and nothing else: no sign, blank, exponent or literal.
+bool isPlainNumber(std::string_view text);
+
 // A number as field text in plain decimal form: no exponent, no group separator, no trailing ".0", and the
 // fewest digits that read back as the same double ("983039", "1.5", "0.1"). Minus zero is "0". Infinity
 // and a value that is no number show as "inf", "-inf" and "nan".

@@ -37,6 +37,13 @@ std::string quoteInline(std::string text) {
     return text;
 }
 
+bool quotesClosed(std::string_view value) {
+    std::size_t quotes = 0;
+    for (const char c : value)
+        quotes += c == kQuote ? 1 : 0;
+    return quotes % 2 == 0;
+}
+
 std::string quoteValue(std::string text) {
     const std::size_t last = text.find_last_not_of(' ');
     text.erase(last == std::string::npos ? 0 : last + 1);

@@ -17,6 +17,10 @@ std::string quoteValue(std::string text);
 // Only a double quote in front and behind where there is none. An empty text becomes a single double quote.
 std::string quoteInline(std::string text);
 
+// Whether every double quote of a value is closed again, that is whether it holds an even number of them. The
+// server takes an open quote to the end of its line.
+bool quotesClosed(std::string_view value);
+
 // The validate handler of a quoted text field: its text comes back quoted, by quoteValue or, for a team
 // model, by quoteInline.
 void quoteField(Program& program, FieldId field, ValueKind kind);

@@ -1,6 +1,7 @@
 #include "session/settings_by_key.h"
 
 #include "frame/program.h"
+#include "rules/numbers.h"
 #include "rules/range_rules.h"
 #include "rules/text_rules.h"
 
@@ -45,6 +46,11 @@ AssignResult assignText(Program& program, const SettingKey& setting, std::string
     if (const FieldRow* row = fieldRowOf(setting.field))
         if (const std::optional<RangeRule> rule = rangeRuleOf(*row); rule && !rangeAccepts(*rule, value))
             return refused(std::string(rule->title), std::string(rule->text));
+    // The server reads these as numbers, where a word or a sign would turn into 0 or into another number.
+    if (setting.kind == SettingKind::Number && !isPlainNumber(value))
+        return refused(std::string(setting.key), std::string(kMustBeANumber));
+    if (!quotesClosed(field.text()))
+        return refused(std::string(setting.key), "a double quote in the value is never closed");
     return {};
 }
 
@@ -63,6 +69,7 @@ AssignResult assignSetting(Program& program, const SettingKey& setting, std::str
     case SettingKind::Address:
         return assignAddress(program, value);
     case SettingKind::Text:
+    case SettingKind::Number:
         break;
     }
     return assignText(program, setting, value);

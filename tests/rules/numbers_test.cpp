@@ -4,6 +4,7 @@
 
 #include <cmath>
 #include <limits>
+#include <set>
 #include <string>
 
 using namespace ks;
@@ -33,9 +34,13 @@ const Reading kReadings[] = {
 // clang-format on
 } // namespace
 
-TEST(FieldValue, ReadsTheLeadingNumberAndNeverFails) {
-    for (const Reading& row : kReadings)
+TEST(FieldValue, ReadsTheLeadingNumberAndNeverFailsAndFewTextsAreNumbersAsTheServerReadsThem) {
+    // Digits with at most one point, and nothing else.
+    const std::set<std::string> plain = {".5", "5.", "00080", "983039", std::string(400, '9')};
+    for (const Reading& row : kReadings) {
         EXPECT_EQ(fieldValue(row.text), row.value) << '"' << row.text << '"';
+        EXPECT_EQ(isPlainNumber(row.text), plain.contains(row.text)) << '"' << row.text << '"';
+    }
     EXPECT_FALSE(std::signbit(fieldValue("-0")));
 }
 

@@ -37,9 +37,15 @@ TEST_F(SettingsByKey, AValueRunsTheHandlersAsTypingAndLeavingTheFieldWould) {
     const std::vector<Case> cases = {
         {"hostname=My Server  ", "done", {{"frmMain.FHOSTN", "\"My Server\""}}},
         {"team1model=male", "done", {{"frmMain.FTM1", "\"male\""}}},
-        {"team2model=", "done", {{"frmMain.FTM2", "\""}}},
+        // The single quote of an empty model would take the rest of its line along on the server.
+        {"team2model=", "refused|team2model|a double quote in the value is never closed", {{"frmMain.FTM2", "\""}}},
         {"map=q2dm3 ", "done", {{"frmMain.FSM", "q2dm3 "}}},
         {"hook_color=8", "done", {{"frmMain.FHC1", "8"}}},
+        // The server reads a number where it stands: a word or a sign is refused, whether a rule passes it or not.
+        {"port=abc", "refused|port|must be a number", {{"frmMain.FPORT", "abc"}}},
+        {"maxclients=-5", "refused|maxclients|must be a number", {{"frmMain.FMC", "-5"}}},
+        {"deathmatch=1x", "refused|deathmatch|must be a number", {{"frmMain.FDM", "1x"}}},
+        {"sa_shells=0.5", "done", {{"Form1.SAS", "0.5"}}},
         {"deathmatch=5", "refused|" + dm, {{"frmMain.FDM", ""}}, {dm}},
         {"qdir=/srv/q2", "done", {{"frmMain.QDIR", "/srv/q2"}}},
         {"hostname=two\nlines", "refused|hostname|a value cannot hold a line break", {}},
