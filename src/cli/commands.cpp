@@ -1,14 +1,13 @@
 #include "cli/commands.h"
 
-#include "cli/fresh_program.h"
+#include "cli/arguments.h"
+#include "cli/config_files.h"
 #include "cli/launch_command.h"
 #include "cli/settings_commands.h"
-#include "config/atomic_file.h"
-#include "config/reader.h"
 #include "config/writer.h"
+#include "frame/program.h"
 #include "server/launch.h"
 
-#include <algorithm>
 #include <ostream>
 #include <string_view>
 #include <vector>
@@ -17,166 +16,165 @@ namespace ks::cli {
 
 namespace {
 
-struct Command {
-    std::string_view name;
-    std::string_view usage;
-    std::string_view summary;
-    int (*run)(Args args, std::ostream& out, std::ostream& err);
-};
-
-// Writes the file itself rather than through FFile: in kscfg a name is a name, and "NONE" a file like others.
-int writeTo(const Program& program, const std::string& path, std::ostream& err) {
-    const OperationResult result = replaceFileAtomically(path, renderConfig(program));
-    if (!result.ok) {
-        err << "kscfg: cannot write " << path << ": " << result.error << '\n';
-        return 1;
-    }
-    return 0;
-}
-
-int runNew(Args args, std::ostream&, std::ostream& err) {
-    if (args.size() != 1 || args[0].empty()) {
-        err << "kscfg: new needs exactly one FILE, with a name (try kscfg --help)\n";
-        return 2;
-    }
+int runNew(const Invocation& call, std::ostream&, std::ostream& err) {
+    const std::string& file = call.operands[0];
+    const std::optional<std::chrono::milliseconds> wait = lockWait(call, err);
+    if (!wait) return kBadUse;
+    const ConfigLock lock(file, *wait);
+    if (lock.outcome() == ConfigLock::Outcome::Busy) return sayBusy(file, *wait, err);
     FreshProgram fresh(err);
-    return writeTo(fresh.program, args[0], err);
+    const int status = writeOrSay(file, renderConfig(fresh.program), err);
+    if (status == kDone)
+        err << "warning: " << file << ": rcon_password is the launcher's own "
+            << fresh.program.field(mainField("FRCON2")).text()
+            << ", which anyone who has the launcher knows: change it before the server goes public (kscfg set " << file
+            << " rcon_password=...)\n";
+    return status;
 }
 
-int runConvert(Args args, std::ostream&, std::ostream& err) {
-    std::vector<std::string> inputs;
-    std::string output;
-    bool haveOutput = false;
-    for (std::size_t i = 0; i < args.size(); ++i) {
-        if (args[i] == "-o") {
-            if (haveOutput || i + 1 == args.size()) {
-                err << "kscfg: convert needs exactly one -o OUT (try kscfg --help)\n";
-                return 2;
-            }
-            output = args[++i];
-            haveOutput = true;
-        } else {
-            inputs.push_back(args[i]);
-        }
-    }
-    if (inputs.empty() || !haveOutput || output.empty()) {
-        err << "kscfg: convert needs at least one IN and -o OUT, with a name (try kscfg --help)\n";
-        return 2;
-    }
+int runConvert(const Invocation& call, std::ostream&, std::ostream& err) {
+    const std::string output = *call.value("-o");
+    const std::optional<std::chrono::milliseconds> wait = lockWait(call, err);
+    if (!wait) return kBadUse;
+    // OUT is held from before the first read to its replacement, like a file that set changes.
+    const ConfigLock lock(output, *wait);
+    if (lock.outcome() == ConfigLock::Outcome::Busy) return sayBusy(output, *wait, err);
     // Each file is read over what the ones before it left, as repeated Opens in the launcher would.
-    FreshProgram fresh(err);
-    for (const std::string& input : inputs)
-        if (!openOrSay(fresh, input, err)) return 1;
-    return writeTo(fresh.program, output, err);
+    FreshProgram fresh(err, call.has("--quiet"));
+    for (const std::string& input : call.operands)
+        if (!openOrSay(fresh, input, err)) return kFailed;
+    return writeOrSay(output, renderConfig(fresh.program), err);
 }
 
-// The configuration file and the path style of "command"; false after telling what is wrong.
-bool commandArguments(Args args, std::string& file, PathStyle& style, std::ostream& err) {
-    bool haveFile = false;
-    for (std::size_t i = 0; i < args.size(); ++i) {
-        if (args[i] == "--style" && i + 1 < args.size() && (args[i + 1] == "windows" || args[i + 1] == "linux")) {
-            style = args[++i] == "windows" ? PathStyle::Windows : PathStyle::Linux;
-        } else if (!haveFile && !args[i].empty() && !args[i].starts_with("--")) {
-            file = args[i];
-            haveFile = true;
-        } else {
-            haveFile = false;
-            break;
-        }
-    }
-    if (!haveFile)
-        err << "kscfg: command needs exactly one CFG and at most one --style windows|linux (try kscfg --help)\n";
-    return haveFile;
-}
-
-int runCommandLine(Args args, std::ostream& out, std::ostream& err) {
-    std::string file;
-    PathStyle style = nativePathStyle();
-    if (!commandArguments(args, file, style, err)) return 2;
-    FreshProgram fresh(err, style);
-    if (!openOrSay(fresh, file, err)) return 1;
+int runCommandLine(const Invocation& call, std::ostream& out, std::ostream& err) {
+    const std::optional<std::string> style = call.value("--style");
+    FreshProgram fresh(err, false,
+                       !style                ? nativePathStyle()
+                       : *style == "windows" ? PathStyle::Windows
+                                             : PathStyle::Linux);
+    if (!openOrSay(fresh, call.operands[0], err)) return kFailed;
     out << serverCommandLine(fresh.program) << '\n';
-    return 0;
+    if (const std::optional<std::string> problem = misplacedConfig(fresh.program))
+        err << "warning: " << *problem << '\n';
+    return kDone;
 }
 
-int runVersion(Args, std::ostream& out, std::ostream&) {
+int runVersion(const Invocation&, std::ostream& out, std::ostream&) {
     out << "kscfg " << kProgramVersionText << '\n';
-    return 0;
+    return kDone;
 }
 
-int runHelp(Args, std::ostream& out, std::ostream&);
+int runHelp(const Invocation& call, std::ostream& out, std::ostream& err);
 
-constexpr std::string_view kHelpIndent = "      ";
-constexpr std::size_t kHelpWidth = 100;
+// The options, a table for each command.
+constexpr OptionSpec kQuiet{"--quiet", "", "leave out the warnings"};
+constexpr OptionSpec kWait{"--wait", "SECONDS",
+                           "wait this long for another kscfg that changes the same file (10 by default)"};
+constexpr OptionSpec kNewOptions[] = {kWait};
+constexpr OptionSpec kConvertOptions[] = {{"-o", "OUT", "the file to write", true}, kQuiet, kWait};
+constexpr OptionSpec kCommandOptions[] = {
+    {"--style", "windows|linux", "the line as the launcher builds it on that system (the running one's by default)"}};
+constexpr OptionSpec kLaunchOptions[] = {
+    {"--foreground", "", "kscfg becomes the server: same process, same streams, the service manager's signals"},
+    {"--watch", "", "kscfg stays, starts the server again after a failure and hands signals on"}};
+constexpr OptionSpec kGetOptions[] = {{"--json", "", "print one JSON object of keys and string values"}, kQuiet};
+constexpr OptionSpec kSetOptions[] = {
+    {"--dry-run", "", "print the lines that would change as a unified diff and write nothing"},
+    {"--launcher-layout", "", "write exactly what the launcher's Save writes, without the block of kept lines"},
+    kQuiet,
+    kWait};
+constexpr OptionSpec kCheckOptions[] = {{"--json", "", "print an array of {line, kind, message}"}};
+constexpr OptionSpec kDiffOptions[] = {kQuiet};
+constexpr OptionSpec kKeysOptions[] = {{"--settable", "", "leave out the flag totals, which set cannot set"}};
 
-constexpr Command kCommands[] = {
-    {"new", "new FILE", "write the configuration of a freshly started launcher to FILE", runNew},
-    {"convert", "convert IN... -o OUT",
+constexpr CommandSpec kCommands[] = {
+    {"new", "FILE", 1, 1, 1, kNewOptions,
+     "write the configuration of a freshly started launcher to FILE; its rcon_password is the launcher's own, to be "
+     "changed",
+     runNew},
+    {"convert", "IN...", 1, kAny, kAny, kConvertOptions,
      "read each IN in turn over the defaults, as the launcher's Open does, and write OUT in the launcher's layout",
      runConvert},
-    {"command", "command CFG [--style windows|linux]",
-     "print the command line with which Run would start the server for CFG, read as Open reads it", runCommandLine},
-    {"launch", "launch CFG [--foreground | --watch]",
+    {"command", "CFG", 1, 1, 1, kCommandOptions,
+     "print the command line with which Run would start the server for CFG, read as Open reads it; warn when the "
+     "server will not find CFG in its game directory",
+     runCommandLine},
+    {"launch", "CFG", 1, 1, 1, kLaunchOptions,
      "read CFG as Open does, start the server from its Quake II directory and print the command line; the server's "
-     "output goes to CFG.log; --foreground: kscfg becomes the server; --watch: kscfg stays, starts it again after a "
-     "failure and hands signals on",
+     "output goes to CFG.log; warn when the server will not find CFG in its game directory",
      runLaunch},
-    {"get", "get CFG [KEY...] [--json] [--quiet]",
+    {"get", "CFG [KEY...]", 1, kAny, 1, kGetOptions,
      "read CFG as Open does and print each KEY's value (KEY VALUE a line, the bare value for one KEY), all "
-     "settings in file order without KEY; --json gives one object",
+     "settings in file order without KEY",
      runGet},
-    {"set", "set CFG KEY=VALUE... [--dry-run] [--quiet]",
-     "read CFG as Open does, give each KEY its VALUE as typing it into its field and leaving the field would, "
-     "and write CFG back in the launcher's layout; a flag takes 1 or 0; --dry-run prints the changes instead",
+    {"set", "CFG KEY=VALUE...", 2, kAny, 1, kSetOptions,
+     "read CFG as Open does, give each KEY its VALUE as typing it into its field and leaving the field would, and "
+     "write CFG back in the launcher's layout, followed by the lines that set or run something the launcher has "
+     "no setting for; a flag takes 1 or 0, a number setting only a number",
      runSet},
-    {"check", "check CFG [--json]",
-     "tell for each line of CFG that the launcher's reader passes over or reads otherwise than it is written what "
-     "happens and why, as CFG:LINE: TEXT; --json gives an array of {line, kind, message}",
+    {"check", "CFG", 1, 1, 1, kCheckOptions,
+     "tell for each line of CFG that the launcher's reader passes over or reads otherwise than it is written, and "
+     "for each value that the server or a save and a reload would change, what happens and why, as CFG:LINE: TEXT; "
+     "also a password that protects nothing and a file the server will not find",
      runCheck},
-    {"diff", "diff A B [--quiet]",
+    {"diff", "A B", 2, 2, 2, kDiffOptions,
      "print the settings that differ after reading A and B as Open does, as KEY A-VALUE B-VALUE", runDiff},
-    {"keys", "keys [--settable]", "list the keys of all settings (--settable: without the flag totals)", runKeys},
-    {"--version", "--version", "print the version", runVersion},
-    {"--help", "--help", "show this help", runHelp},
+    {"keys", "", 0, 0, 0, kKeysOptions, "list the keys of all settings in the order of a written file", runKeys},
+    {"--version", "", 0, 0, 0, {}, "print the version", runVersion},
+    {"--help", "[COMMAND]", 0, 1, 0, {}, "list every command, or tell about one", runHelp},
 };
 
-int runHelp(Args, std::ostream& out, std::ostream&) {
+const CommandSpec* commandNamed(std::string_view name) {
+    if (name == "-h" || name == "help") name = "--help";
+    for (const CommandSpec& command : kCommands)
+        if (command.name == name) return &command;
+    return nullptr;
+}
+
+// The usage of kscfg as a whole.
+constexpr std::string_view kUsage = "usage: kscfg COMMAND [ARGUMENT...]   (kscfg --help lists the commands)";
+
+int runHelp(const Invocation& call, std::ostream& out, std::ostream& err) {
+    if (!call.operands.empty()) {
+        const CommandSpec* command = commandNamed(call.operands[0]);
+        if (!command) return badUse(*call.command, "--help: there is no command " + call.operands[0], err);
+        printCommandHelp(*command, out);
+        return kDone;
+    }
     out << "kscfg - the Kestrand Launcher's companion for the shell\n\n"
            "Usage:\n";
-    for (const Command& command : kCommands) {
-        out << "  kscfg " << command.usage << '\n';
-        // The summary in lines of at most kHelpWidth characters.
-        std::string_view rest = command.summary;
-        while (!rest.empty()) {
-            std::size_t end = rest.size();
-            if (kHelpIndent.size() + end > kHelpWidth)
-                end = std::min(rest.rfind(' ', kHelpWidth - kHelpIndent.size()), rest.size());
-            out << kHelpIndent << rest.substr(0, end) << '\n';
-            rest = end == rest.size() ? std::string_view() : rest.substr(end + 1);
-        }
+    for (const CommandSpec& command : kCommands) {
+        out << "  " << usageLine(command).substr(7) << '\n';
+        printWrapped(command.summary, 6, out);
     }
-    out << "\nFILE names a Quake II console script (.cfg) in the launcher's layout: CR LF line ends,\n"
+    out << "\nCFG and FILE name a Quake II console script (.cfg) in the launcher's layout: CR LF line ends,\n"
            "237 lines, or 238 with a server IP. KEY is a key as the file names it (kscfg keys lists them).\n"
-           "--quiet leaves out the warnings the launcher would show while reading.\n\n"
-           "Exit status: 0 done; 1 failed, or check found something, or diff found differences;\n"
-           "2 bad use or an unknown key (check and diff: also a file that cannot be read);\n"
-           "3 set: a rule refused a value, and nothing was written.\n";
-    return 0;
+           "Options may stand anywhere; -- ends them. kscfg COMMAND --help tells about one command.\n\n";
+    printWrapped(kExitStatusHelp, 0, out);
+    return kDone;
 }
 
 } // namespace
 
 int run(const std::vector<std::string>& args, std::ostream& out, std::ostream& err) {
     if (args.empty()) {
-        err << "kscfg: no command given (try kscfg --help)\n";
-        return 2;
+        err << "kscfg: no command given\n" << kUsage << '\n';
+        return kBadUse;
     }
-    for (const Command& command : kCommands) {
-        if (args[0] == command.name || (command.name == "--help" && (args[0] == "-h" || args[0] == "help")))
-            return command.run(Args(args).subspan(1), out, err);
+    const CommandSpec* command = commandNamed(args[0]);
+    if (!command) {
+        err << "kscfg: unknown command '" << args[0] << "'\n" << kUsage << '\n';
+        return kBadUse;
     }
-    err << "kscfg: unknown command '" << args[0] << "' (try kscfg --help)\n";
-    return 2;
+    // "kscfg --help --version" asks about --version: the one place where a word with dashes is no option.
+    if (command->name == "--help" && args.size() == 2) return command->run({command, {args[1]}, {}}, out, err);
+    bool help = false;
+    const std::optional<Invocation> call = parseArguments(*command, std::span(args).subspan(1), help, err);
+    if (help) {
+        printCommandHelp(*command, out);
+        return kDone;
+    }
+    return call ? command->run(*call, out, err) : kBadUse;
 }
 
 } // namespace ks::cli

@@ -14,6 +14,7 @@ public:
     explicit ConsolePlatform(std::ostream& messages);
 
     int messageCount() const { return messageCount_; }
+    bool quiet() const { return quiet_; }
     void setQuiet(bool quiet) { quiet_ = quiet; }
 
     std::string programPath() override;

@@ -1,13 +1,15 @@
 #include "cli/launch_command.h"
 
-#include "cli/fresh_program.h"
+#include "cli/config_files.h"
 #include "server/launch.h"
+#include "server/paths.h"
 #include "server/process.h"
 
 #include <algorithm>
 #include <chrono>
 #include <csignal>
 #include <ctime>
+#include <filesystem>
 #include <ostream>
 
 #ifndef _WIN32
@@ -112,27 +114,30 @@ int watch(const ProgramStart& start, const std::string& directory, std::ostream&
 
 } // namespace
 
-int runLaunch(std::span<const std::string> args, std::ostream& out, std::ostream& err) {
-    std::string file;
-    Mode mode = Mode::Detached;
-    bool haveFile = false, bad = false;
-    for (const std::string& arg : args) {
-        if (arg == "--foreground" && mode == Mode::Detached)
-            mode = Mode::Foreground;
-        else if (arg == "--watch" && mode == Mode::Detached)
-            mode = Mode::Watch;
-        else if (!haveFile && !arg.empty() && !arg.starts_with("--"))
-            haveFile = true, file = arg;
-        else
-            bad = true;
-    }
-    if (bad || !haveFile) {
-        err << "kscfg: launch needs exactly one CFG and at most one of --foreground and --watch (try kscfg --help)\n";
-        return 2;
-    }
+std::optional<std::string> misplacedConfig(const Program& program) {
+    namespace fs = std::filesystem;
+    const PathStyle style = program.pathStyle();
+    const std::string& qdir = program.field(id::QDIR).text();
+    std::error_code ec;
+    if (style != nativePathStyle() || !fs::is_directory(qdir, ec)) return std::nullopt;
+    const std::string& configFile = program.field(id::FFile).text();
+    const std::string name = fileNamePart(style, configFile);
+    const fs::path gameDirectory = fs::path(qdir) / program.field(id::FGD).text();
+    if (fs::equivalent(gameDirectory / name, configFile, ec) && !ec) return std::nullopt;
+    return "the server runs +exec " + name + " from its game directory " + gameDirectory.string() + ", and " +
+           configFile + " is not that file: the server would start without these settings";
+}
+
+int runLaunch(const Invocation& call, std::ostream& out, std::ostream& err) {
+    if (call.has("--foreground") && call.has("--watch"))
+        return badUse(*call.command, "launch takes --foreground or --watch, not both", err);
+    const Mode mode = call.has("--foreground") ? Mode::Foreground : call.has("--watch") ? Mode::Watch : Mode::Detached;
+    const std::string& file = call.operands[0];
 
     FreshProgram fresh(err);
-    if (!openOrSay(fresh, file, err)) return 1;
+    if (!openOrSay(fresh, file, err)) return kFailed;
+    if (const std::optional<std::string> problem = misplacedConfig(fresh.program))
+        err << "warning: " << *problem << '\n';
     if (mode == Mode::Detached) {
         const LaunchResult result = startServer(fresh.program);
         out << result.commandLine << '\n';

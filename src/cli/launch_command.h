@@ -1,8 +1,14 @@
 #pragma once
 
+#include "cli/arguments.h"
+
 #include <iosfwd>
-#include <span>
+#include <optional>
 #include <string>
+
+namespace ks {
+class Program;
+}
 
 namespace ks::cli {
 
@@ -15,6 +21,13 @@ namespace ks::cli {
 // stays in front, starts the server, starts it again whenever it ends with a failure after a pause that grows
 // from 1 s to 60 s (and falls back to 1 s after 10 minutes of good running), hands SIGINT, SIGTERM and SIGHUP on
 // to it and ends when the server ends on request or by itself without a failure.
-int runLaunch(std::span<const std::string> args, std::ostream& out, std::ostream& err);
+// A configuration file outside the server's game directory, or another file of its name there, is told on the
+// error stream: the server runs +exec NAME from the game directory and would start without these settings.
+int runLaunch(const Invocation& call, std::ostream& out, std::ostream& err);
+
+// What keeps the server from running the configuration file in hand: the server runs "+exec NAME" from its game
+// directory, and the file there by that name is not this one. Nothing when it is, and nothing when the Quake II
+// directory is not on this machine (a template checked far from its server).
+std::optional<std::string> misplacedConfig(const Program& program);
 
 } // namespace ks::cli

@@ -1,4 +1,5 @@
 #include "cli/commands.h"
+#include "cli/text_output.h"
 
 #include <cerrno>
 #include <cstdio>
@@ -10,28 +11,32 @@
 namespace {
 
 // Whether everything written to standard output reached it; a full disk or a closed pipe shows only here.
-bool outputReached() {
+bool outputReached(std::ostream& out) {
     errno = 0;
+    out.flush();
     std::cout.flush();
     const bool flushed = std::fflush(stdout) == 0;
-    return std::cout.good() && flushed && !std::ferror(stdout);
+    return out.good() && std::cout.good() && flushed && !std::ferror(stdout);
 }
 
 } // namespace
 
 int main(int argc, char** argv) {
+    // Whatever a file holds reaches the terminal with its control bytes shown.
+    ks::cli::ControlEscapingBuffer outBuffer(std::cout.rdbuf()), errBuffer(std::cerr.rdbuf());
+    std::ostream out(&outBuffer), err(&errBuffer);
     int status = 1;
     try {
-        status = ks::cli::run(std::vector<std::string>(argv + 1, argv + argc), std::cout, std::cerr);
+        status = ks::cli::run(std::vector<std::string>(argv + 1, argv + argc), out, err);
     } catch (const std::bad_alloc&) {
-        std::cerr << "kscfg: out of memory\n";
+        err << "kscfg: out of memory\n";
     } catch (const std::exception& error) {
-        std::cerr << "kscfg: " << error.what() << '\n';
+        err << "kscfg: " << error.what() << '\n';
     }
-    if (!outputReached()) {
+    if (!outputReached(out)) {
         const int error = errno;
-        std::cerr << "kscfg: cannot write to standard output" << (error ? ": " : "")
-                  << (error ? std::strerror(error) : "") << '\n';
+        err << "kscfg: cannot write to standard output" << (error ? ": " : "") << (error ? std::strerror(error) : "")
+            << '\n';
         return 1;
     }
     return status;

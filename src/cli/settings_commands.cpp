@@ -1,65 +1,24 @@
 #include "cli/settings_commands.h"
 
-#include "cli/fresh_program.h"
+#include "cli/config_files.h"
+#include "cli/launch_command.h"
 #include "cli/text_output.h"
-#include "config/atomic_file.h"
 #include "config/config_check.h"
-#include "config/reader.h"
+#include "config/kept_lines.h"
 #include "config/setting_keys.h"
 #include "config/writer.h"
 #include "session/settings_by_key.h"
 
 #include <algorithm>
-#include <cerrno>
-#include <cstring>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
-#include <optional>
 #include <ostream>
+#include <set>
 #include <string_view>
 #include <vector>
 
 namespace ks::cli {
 
 namespace {
-
-// Exit statuses beside 0 and 1.
-constexpr int kUsage = 2;
-constexpr int kRefused = 3;
-
-// The words of a command: the options it allows and, in order, the rest. "--" ends the options.
-struct Words {
-    std::vector<std::string> plain;
-    std::vector<std::string> options;
-    bool has(std::string_view option) const {
-        return std::find(options.begin(), options.end(), option) != options.end();
-    }
-};
-
-std::optional<Words> splitWords(std::string_view command, Args args, std::initializer_list<std::string_view> allowed,
-                                std::ostream& err) {
-    Words words;
-    bool optionsEnded = false;
-    for (const std::string& arg : args) {
-        if (optionsEnded || !arg.starts_with("--")) {
-            words.plain.push_back(arg);
-        } else if (arg == "--") {
-            optionsEnded = true;
-        } else if (std::find(allowed.begin(), allowed.end(), arg) != allowed.end()) {
-            words.options.push_back(arg);
-        } else {
-            err << "kscfg: " << command << " has no option " << arg << " (try kscfg --help)\n";
-            return std::nullopt;
-        }
-    }
-    return words;
-}
-
-int usage(std::string_view what, std::ostream& err) {
-    err << "kscfg: " << what << " (try kscfg --help)\n";
-    return kUsage;
-}
 
 // The setting of a key, or null after one line that names the nearest keys.
 const SettingKey* settingNamed(std::string_view key, std::ostream& err) {
@@ -72,32 +31,10 @@ const SettingKey* settingNamed(std::string_view key, std::ostream& err) {
     return nullptr;
 }
 
-// Opens CFG as the launcher's Open does; a file that cannot be read says so even when the messages are quiet.
-bool openQuietly(FreshProgram& fresh, const std::string& file, bool quiet, std::ostream& err) {
-    if (openConfigFile(fresh.program, file)) return true;
-    if (quiet) err << "kscfg: cannot read " << file << '\n';
-    return false;
-}
-
-// The bytes of a plain file, or nothing after one line that says why.
-std::optional<std::string> readPlainFile(const std::string& path, std::ostream& err) {
-    std::error_code ec;
-    if (!std::filesystem::is_regular_file(path, ec)) {
-        err << "kscfg: cannot read " << path << ": " << (ec ? ec.message() : "not a plain file") << '\n';
-        return std::nullopt;
-    }
-    std::ifstream in(path, std::ios::binary);
-    std::string bytes{std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
-    if (!in.good() && !in.eof()) {
-        err << "kscfg: cannot read " << path << ": " << std::strerror(errno) << '\n';
-        return std::nullopt;
-    }
-    return bytes;
-}
-
+// The findings of check for the bytes of a file, read into a launcher as it starts.
 std::vector<Finding> findingsIn(std::string_view bytes, std::ostream& err) {
-    FreshProgram fresh(err, nativePathStyle(), true);
-    return checkConfig(fresh.program, bytes);
+    FreshProgram fresh(err, true), reloaded(err, true);
+    return checkConfig(fresh.program, reloaded.program, bytes);
 }
 
 void warn(const std::string& file, const Finding& finding, std::ostream& err) {
@@ -114,21 +51,104 @@ bool assigns(const std::vector<Assignment>& assignments, std::string_view key) {
                        [key](const Assignment& a) { return a.setting->key == key; });
 }
 
+// The kinds of finding that tell what a set loses of the old file when it reads it and writes it again.
+bool losesOnRewrite(FindingKind kind) {
+    switch (kind) {
+    case FindingKind::NotNumber:
+    case FindingKind::OpenQuote:
+    case FindingKind::Password:
+    case FindingKind::WorldReadable:
+    case FindingKind::OutsideGameDirectory:
+        return false;
+    default:
+        return true;
+    }
+}
+
+// Line numbers as a list: "4, 9, 10 and 12-14".
+std::string lineList(const std::vector<std::size_t>& numbers) {
+    std::vector<std::string> runs;
+    for (std::size_t i = 0; i < numbers.size();) {
+        std::size_t j = i;
+        while (j + 1 < numbers.size() && numbers[j + 1] == numbers[j] + 1)
+            ++j;
+        if (j < i + 2) j = i; // two in a row are two numbers, three or more a run
+        runs.push_back(std::to_string(numbers[i]) + (j > i ? "-" + std::to_string(numbers[j]) : ""));
+        i = j + 1;
+    }
+    std::string list;
+    for (std::size_t i = 0; i < runs.size(); ++i)
+        list += (i == 0 ? "" : i + 1 == runs.size() ? " and " : ", ") + runs[i];
+    return list;
+}
+
+// Tells what a set loses of the old file: what check finds on its lines (but for the keys that are set), then
+// each other line that the new file has not, and the block of the lines it keeps.
+void tellLosses(const std::string& file, std::string_view before, std::string_view after,
+                const std::vector<Assignment>& assignments, const std::vector<KeptLine>& kept, PathStyle style,
+                std::ostream& err) {
+    std::vector<Finding> losses;
+    for (const Finding& finding : findingsIn(before, err)) {
+        const bool keptLine =
+            std::any_of(kept.begin(), kept.end(), [&](const KeptLine& line) { return line.number == finding.line; });
+        if (losesOnRewrite(finding.kind) && !assigns(assignments, finding.key) && !keptLine) losses.push_back(finding);
+    }
+    const std::vector<std::string_view> newLines = fileLines(after), oldLines = fileLines(before);
+    const std::set<std::string_view> written(newLines.begin(), newLines.end());
+    for (std::size_t i = 0; i < oldLines.size(); ++i) {
+        const LineUse use = lineUse(oldLines[i], style);
+        const bool told = std::any_of(losses.begin(), losses.end(), [&](const Finding& f) { return f.line == i + 1; });
+        if (use == LineUse::Empty || use == LineUse::Setting || told || written.contains(oldLines[i]) ||
+            oldLines[i] == kKeptHeading)
+            continue;
+        losses.push_back({i + 1, FindingKind::UnknownKey, "",
+                          use == LineUse::Comment
+                              ? "this comment is dropped: set keeps only the lines that set or run something"
+                              : "this line is dropped, as --launcher-layout asks"});
+    }
+    std::stable_sort(losses.begin(), losses.end(), [](const Finding& a, const Finding& b) { return a.line < b.line; });
+    for (const Finding& loss : losses)
+        warn(file, loss, err);
+    std::vector<std::size_t> keptNumbers;
+    for (const KeptLine& line : kept)
+        keptNumbers.push_back(line.number);
+    if (!keptNumbers.empty())
+        err << "note: " << file << ": " << (keptNumbers.size() == 1 ? "line " : "lines ") << lineList(keptNumbers)
+            << " set or run something the launcher has no setting for; "
+            << (keptNumbers.size() == 1 ? "it is" : "they are") << " kept in a block at the end of the file\n";
+}
+
+// The first setting given that the file cannot hold: written and read back, it comes back otherwise. The five
+// settings read under other keys and the flags that are on from the start are left to the warnings behind.
+bool heldByTheFile(const Program& program, const std::vector<Assignment>& assignments, std::ostream& err) {
+    FreshProgram reloaded(err, true);
+    readConfigText(reloaded.program, renderConfig(program));
+    for (const Assignment& assignment : assignments) {
+        const SettingKey& setting = *assignment.setting;
+        const std::string& given = program.field(setting.field).text();
+        const std::string& back = reloaded.program.field(setting.field).text();
+        const bool readOtherwise =
+            std::any_of(std::begin(kKeysReadOtherwise), std::end(kKeysReadOtherwise),
+                        [&](const KeyReadOtherwise& other) { return other.field == setting.field; });
+        if (given == back || setting.kind == SettingKind::Flag || readOtherwise) continue;
+        err << "kscfg: " << setting.key << ": the file cannot hold `" << given << "`: read back, it gives `" << back
+            << "`\n";
+        return false;
+    }
+    return true;
+}
+
 } // namespace
 
-int runGet(Args args, std::ostream& out, std::ostream& err) {
-    const std::optional<Words> words = splitWords("get", args, {"--json", "--quiet"}, err);
-    if (!words) return kUsage;
-    if (words->plain.empty()) return usage("get needs a CFG and any number of KEYs", err);
+int runGet(const Invocation& call, std::ostream& out, std::ostream& err) {
     std::vector<const SettingKey*> asked;
-    for (std::size_t i = 1; i < words->plain.size(); ++i) {
-        const SettingKey* setting = settingNamed(words->plain[i], err);
-        if (!setting) return kUsage;
+    for (std::size_t i = 1; i < call.operands.size(); ++i) {
+        const SettingKey* setting = settingNamed(call.operands[i], err);
+        if (!setting) return kBadUse;
         asked.push_back(setting);
     }
-    const bool quiet = words->has("--quiet");
-    FreshProgram fresh(err, nativePathStyle(), quiet);
-    if (!openQuietly(fresh, words->plain[0], quiet, err)) return 1;
+    FreshProgram fresh(err, call.has("--quiet"));
+    if (!openOrSay(fresh, call.operands[0], err)) return kFailed;
     const bool all = asked.empty();
     if (all)
         for (const SettingKey& setting : settingKeys())
@@ -137,11 +157,15 @@ int runGet(Args args, std::ostream& out, std::ostream& err) {
     const auto valueOf = [&](const SettingKey* setting) -> const std::string& {
         return fresh.program.field(setting->field).text();
     };
-    if (words->has("--json")) {
+    if (call.has("--json")) {
+        // A key asked twice stands once in the object.
+        std::vector<const SettingKey*> keys;
+        for (const SettingKey* setting : asked)
+            if (std::find(keys.begin(), keys.end(), setting) == keys.end()) keys.push_back(setting);
         out << "{\n";
-        for (std::size_t i = 0; i < asked.size(); ++i)
-            out << "  " << jsonString(asked[i]->key) << ": " << jsonString(valueOf(asked[i]))
-                << (i + 1 < asked.size() ? ",\n" : "\n");
+        for (std::size_t i = 0; i < keys.size(); ++i)
+            out << "  " << jsonString(keys[i]->key) << ": " << jsonString(valueOf(keys[i]))
+                << (i + 1 < keys.size() ? ",\n" : "\n");
         out << "}\n";
     } else if (!all && asked.size() == 1) {
         out << valueOf(asked[0]) << '\n';
@@ -149,33 +173,35 @@ int runGet(Args args, std::ostream& out, std::ostream& err) {
         for (const SettingKey* setting : asked)
             out << setting->key << ' ' << valueOf(setting) << '\n';
     }
-    return 0;
+    return kDone;
 }
 
-int runSet(Args args, std::ostream& out, std::ostream& err) {
-    const std::optional<Words> words = splitWords("set", args, {"--dry-run", "--quiet"}, err);
-    if (!words) return kUsage;
-    if (words->plain.size() < 2) return usage("set needs a CFG and at least one KEY=VALUE", err);
+int runSet(const Invocation& call, std::ostream& out, std::ostream& err) {
     std::vector<Assignment> assignments;
-    for (std::size_t i = 1; i < words->plain.size(); ++i) {
-        const std::string& word = words->plain[i];
+    for (std::size_t i = 1; i < call.operands.size(); ++i) {
+        const std::string& word = call.operands[i];
         const std::size_t equals = word.find('=');
-        if (equals == std::string::npos || equals == 0) return usage("set takes KEY=VALUE, not " + word, err);
+        if (equals == std::string::npos || equals == 0)
+            return badUse(*call.command, "set takes KEY=VALUE, not " + word, err);
         const SettingKey* setting = settingNamed(std::string_view(word).substr(0, equals), err);
-        if (!setting) return kUsage;
+        if (!setting) return kBadUse;
         assignments.push_back({setting, word.substr(equals + 1)});
     }
+    const std::optional<std::chrono::milliseconds> wait = lockWait(call, err);
+    if (!wait) return kBadUse;
 
-    const std::string& file = words->plain[0];
-    const bool quiet = words->has("--quiet");
-    FreshProgram fresh(err, nativePathStyle(), quiet);
-    if (!openQuietly(fresh, file, quiet, err)) return 1;
-    const std::optional<std::string> before = readPlainFile(file, err);
-    if (!before) return 1;
-    // Each line that the read passes over or takes otherwise than it is written is lost with the write.
-    if (!quiet)
-        for (const Finding& finding : findingsIn(*before, err))
-            if (!assigns(assignments, finding.key)) warn(file, finding, err);
+    // The file is held from before it is read until the new one has replaced it.
+    const std::string& file = call.operands[0];
+    const ConfigLock lock(file, *wait);
+    if (lock.outcome() == ConfigLock::Outcome::Busy) return sayBusy(file, *wait, err);
+    const FileBytes before = lock.outcome() == ConfigLock::Outcome::Held ? lock.read() : FileBytes{};
+    if (!before.ok) {
+        sayCannotRead(file, before.reason.empty() ? lock.reason() : before.reason, err);
+        return kFailed;
+    }
+    const bool quiet = call.has("--quiet");
+    FreshProgram fresh(err, quiet);
+    openBytes(fresh, file, before.bytes, err);
 
     fresh.platform.setQuiet(true);
     for (const Assignment& assignment : assignments) {
@@ -186,36 +212,45 @@ int runSet(Args args, std::ostream& out, std::ostream& err) {
         }
         if (result.outcome == AssignOutcome::NotSettable) {
             err << "kscfg: " << result.text << '\n';
-            return kUsage;
+            return kBadUse;
         }
     }
+    if (!heldByTheFile(fresh.program, assignments, err)) return kRefused;
 
-    const std::string after = renderConfig(fresh.program);
-    if (words->has("--dry-run")) {
-        out << unifiedDiff(*before, after, file);
-    } else if (after != *before) {
-        const OperationResult written = replaceFileAtomically(file, after);
-        if (!written.ok) {
-            err << "kscfg: cannot write " << file << ": " << written.error << '\n';
-            return 1;
-        }
+    const PathStyle style = fresh.program.pathStyle();
+    const std::vector<KeptLine> kept =
+        call.has("--launcher-layout") ? std::vector<KeptLine>{} : linesToKeep(before.bytes, style);
+    const std::string after = renderConfig(fresh.program) + keptBlock(kept);
+    if (!quiet) tellLosses(file, before.bytes, after, assignments, kept, style, err);
+    if (call.has("--dry-run")) {
+        out << unifiedDiff(before.bytes, after, file);
+    } else if (after != before.bytes) {
+        if (const int status = writeOrSay(file, after, err); status != kDone) return status;
     }
-    // A value that will not come back as it was given when the file is read again.
+    // A value given that will not come back as it was given when the file is read again.
     if (!quiet)
         for (const Finding& finding : findingsIn(after, err))
             if (assigns(assignments, finding.key)) warn(file, finding, err);
-    return 0;
+    return kDone;
 }
 
-int runCheck(Args args, std::ostream& out, std::ostream& err) {
-    const std::optional<Words> words = splitWords("check", args, {"--json"}, err);
-    if (!words) return kUsage;
-    if (words->plain.size() != 1) return usage("check needs exactly one CFG", err);
-    const std::string& file = words->plain[0];
-    const std::optional<std::string> bytes = readPlainFile(file, err);
-    if (!bytes) return kUsage;
-    const std::vector<Finding> findings = findingsIn(*bytes, err);
-    if (words->has("--json")) {
+int runCheck(const Invocation& call, std::ostream& out, std::ostream& err) {
+    const std::string& file = call.operands[0];
+    const std::optional<std::string> bytes = readOrSay(file, err);
+    if (!bytes) return kBadUse;
+    FreshProgram fresh(err, true), reloaded(err, true);
+    fresh.program.field(id::FFile).setText(file);
+    std::error_code ec;
+    const auto permissions = std::filesystem::status(file, ec).permissions();
+    const bool worldReadable =
+        !ec && (permissions & std::filesystem::perms::others_read) != std::filesystem::perms::none;
+    std::vector<Finding> findings = checkConfig(fresh.program, reloaded.program, *bytes, worldReadable);
+
+    // Where the file lies, which its bytes do not tell.
+    if (const std::optional<std::string> problem = misplacedConfig(fresh.program))
+        findings.insert(findings.begin(), {0, FindingKind::OutsideGameDirectory, "", *problem});
+
+    if (call.has("--json")) {
         out << "[";
         for (std::size_t i = 0; i < findings.size(); ++i)
             out << (i == 0 ? "\n" : ",\n") << "  {\"line\": " << findings[i].line
@@ -224,18 +259,15 @@ int runCheck(Args args, std::ostream& out, std::ostream& err) {
         out << (findings.empty() ? "]\n" : "\n]\n");
     } else {
         for (const Finding& finding : findings)
-            out << file << ':' << finding.line << ": " << finding.message << '\n';
+            out << file << (finding.line ? ":" + std::to_string(finding.line) : "") << ": " << finding.message << '\n';
     }
-    return findings.empty() ? 0 : 1;
+    return findings.empty() ? kDone : kFailed;
 }
 
-int runDiff(Args args, std::ostream& out, std::ostream& err) {
-    const std::optional<Words> words = splitWords("diff", args, {"--quiet"}, err);
-    if (!words) return kUsage;
-    if (words->plain.size() != 2) return usage("diff needs exactly two CFGs", err);
-    const bool quiet = words->has("--quiet");
-    FreshProgram a(err, nativePathStyle(), quiet), b(err, nativePathStyle(), quiet);
-    if (!openQuietly(a, words->plain[0], quiet, err) || !openQuietly(b, words->plain[1], quiet, err)) return kUsage;
+int runDiff(const Invocation& call, std::ostream& out, std::ostream& err) {
+    const bool quiet = call.has("--quiet");
+    FreshProgram a(err, quiet), b(err, quiet);
+    if (!openOrSay(a, call.operands[0], err) || !openOrSay(b, call.operands[1], err)) return kBadUse;
     bool differ = false;
     for (const SettingKey& setting : settingKeys()) {
         const std::string& first = a.program.field(setting.field).text();
@@ -244,16 +276,13 @@ int runDiff(Args args, std::ostream& out, std::ostream& err) {
         out << setting.key << ' ' << shellWord(first) << ' ' << shellWord(second) << '\n';
         differ = true;
     }
-    return differ ? 1 : 0;
+    return differ ? kFailed : kDone;
 }
 
-int runKeys(Args args, std::ostream& out, std::ostream& err) {
-    const std::optional<Words> words = splitWords("keys", args, {"--settable"}, err);
-    if (!words) return kUsage;
-    if (!words->plain.empty()) return usage("keys takes no file", err);
+int runKeys(const Invocation& call, std::ostream& out, std::ostream&) {
     for (const SettingKey& setting : settingKeys())
-        if (!words->has("--settable") || setting.kind != SettingKind::Total) out << setting.key << '\n';
-    return 0;
+        if (!call.has("--settable") || setting.kind != SettingKind::Total) out << setting.key << '\n';
+    return kDone;
 }
 
 } // namespace ks::cli

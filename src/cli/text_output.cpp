@@ -1,6 +1,6 @@
 #include "cli/text_output.h"
 
-#include "config/config_check.h"
+#include "config/record_reader.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -56,6 +56,20 @@ std::string range(std::size_t start, std::size_t count) {
 }
 
 } // namespace
+
+int ControlEscapingBuffer::overflow(int c) {
+    if (c == traits_type::eof()) return traits_type::not_eof(c);
+    const auto byte = static_cast<unsigned char>(c);
+    if (byte == '\n' || (byte >= 0x20 && byte != 0x7f))
+        return target_->sputc(static_cast<char>(byte)) == traits_type::eof() ? traits_type::eof() : c;
+    char escaped[8];
+    const int length = byte == '\t' ? std::snprintf(escaped, sizeof escaped, "\\t")
+                                    : std::snprintf(escaped, sizeof escaped, "\\x%02x", byte);
+    const auto count = static_cast<std::streamsize>(length);
+    return target_->sputn(escaped, count) == count ? c : traits_type::eof();
+}
+
+int ControlEscapingBuffer::sync() { return target_->pubsync(); }
 
 std::string jsonString(std::string_view bytes) {
     std::string out = "\"";

@@ -1,9 +1,25 @@
 #pragma once
 
+#include <streambuf>
 #include <string>
 #include <string_view>
 
 namespace ks::cli {
+
+// Passes text on to another stream buffer with its control bytes shown, so that a file's bytes cannot steer the
+// terminal: a tab as \t, every other byte below 32 and DEL as \xHH. A line feed passes, as the end of a line of
+// output; no value of a setting holds one.
+class ControlEscapingBuffer : public std::streambuf {
+public:
+    explicit ControlEscapingBuffer(std::streambuf* target) : target_(target) {}
+
+protected:
+    int overflow(int c) override;
+    int sync() override;
+
+private:
+    std::streambuf* target_;
+};
 
 // A JSON string of file bytes: quote, backslash and control characters escaped, and every byte above 127
 // taken as the Latin-1 character it shows as in the windows, written \u00XX, so the result is plain ASCII.

@@ -1,9 +1,12 @@
 #include "config/config_check.h"
 
+#include "config/kept_lines.h"
 #include "config/layout.h"
 #include "config/reader.h"
 #include "config/reader_keys.h"
+#include "config/record_reader.h"
 #include "config/setting_keys.h"
+#include "config/writer.h"
 #include "frame/program.h"
 #include "rules/numbers.h"
 #include "rules/range_rules.h"
@@ -12,6 +15,8 @@
 #include <algorithm>
 #include <cctype>
 #include <optional>
+#include <unordered_map>
+#include <utility>
 
 namespace ks {
 
@@ -55,6 +60,25 @@ std::string_view meantValue(std::string_view rest) {
     return trimBehind(rest);
 }
 
+// Where a comment begins in a line as the server reads it: at a "//" that begins a word outside double quotes;
+// npos when the line has none.
+std::size_t commentStart(std::string_view line) {
+    bool quoted = false;
+    for (std::size_t at = 0; at + 1 < line.size(); ++at) {
+        if (line[at] == '"') quoted = !quoted;
+        if (!quoted && line[at] == '/' && line[at + 1] == '/' &&
+            (at == 0 || line[at - 1] == ' ' || line[at - 1] == '\t'))
+            return at;
+    }
+    return npos;
+}
+
+// The value without the double quotes around it.
+std::string_view unquoted(std::string_view value) {
+    if (value.size() >= 2 && value.front() == '"' && value.back() == '"') return value.substr(1, value.size() - 2);
+    return value;
+}
+
 // Where the word `word` of `text` ends, `word` being a view into `text`.
 std::size_t endOf(std::string_view text, std::string_view word) {
     return static_cast<std::size_t>(word.data() - text.data()) + word.size();
@@ -65,24 +89,6 @@ std::string shown(std::string_view value) {
 }
 
 std::string quotedKey(std::string_view key) { return "`" + std::string(key) + "`"; }
-
-// The field a record reaches and the word the reader gives it.
-struct Reach {
-    FieldId field;
-    const ReadKey* key;       // null for the host name and the start map
-    std::string_view keyWord; // a view into the record
-    std::string_view value;
-};
-
-std::optional<Reach> reachOf(const RecordWords& record) {
-    const auto& words = record.words;
-    if (record.startMap) return Reach{id::FSM, nullptr, words[0], *record.startMap};
-    if (words[0] == kHostnameWord) return Reach{id::FHOSTN, nullptr, words[0], words[1]};
-    if (const ReadKey* key = findSecondWordKey(words[1])) return Reach{key->field, key, words[1], words[2]};
-    if (words[1] == kSetWord)
-        if (const ReadKey* key = findThirdWordKey(words[2])) return Reach{key->field, key, words[2], words[3]};
-    return std::nullopt;
-}
 
 std::string_view readKeyOf(const SettingKey& setting) {
     for (const KeyReadOtherwise& other : kKeysReadOtherwise)
@@ -115,22 +121,25 @@ bool nearlyMarker(std::string_view line) {
 
 class Checker {
 public:
-    explicit Checker(Program& program) : program_(program) {}
+    Checker(Program& program, Program& reloaded, bool worldReadable)
+        : program_(program), reloaded_(reloaded), worldReadable_(worldReadable) {}
 
     void checkLine(std::size_t number, std::string_view line) {
         number_ = number;
         if (nearlyMarker(line) && !nearMarker_) nearMarker_ = number;
+        if (line == kKeptHeading) inKeptBlock_ = true;
+        const std::size_t comment = commentStart(line);
         bool valueRunsOn = false; // the first record's value goes on behind a comma
         for (const std::string_view record : lineRecords(line)) {
             std::string rec(record);
             rec.push_back(' ');
             const RecordWords words = cutRecord(rec, program_.pathStyle());
             if (words.marker) markerFound_ = true;
-            const std::string_view from = line.substr(static_cast<std::size_t>(record.data() - line.data()));
+            const std::size_t at = static_cast<std::size_t>(record.data() - line.data());
             if (valueRunsOn)
                 applyRecord(program_, words);
             else
-                valueRunsOn = checkRecord(from, rec, words);
+                valueRunsOn = checkRecord(line.substr(at), rec, words, comment != npos && at > comment);
         }
     }
 
@@ -157,6 +166,8 @@ public:
                     ": the launcher warns when it opens the file, and its next save rewrites the whole file in its own "
                     "layout, dropping every line it does not read");
         }
+        checkPassword();
+        checkReload();
         std::stable_sort(findings_.begin(), findings_.end(),
                          [](const Finding& a, const Finding& b) { return a.line < b.line; });
         return std::move(findings_);
@@ -168,24 +179,31 @@ private:
         const SettingKey* setting;
         std::string meant;
     };
+    // The line that last gave a field its value, and that value.
+    struct Given {
+        std::size_t line;
+        std::string value;
+    };
 
     void add(std::size_t line, FindingKind kind, std::string_view key, std::string message) {
         findings_.push_back({line, kind, std::string(key), std::move(message)});
     }
 
-    // Checks one record and lets the reader take it. `from` is the line from the record on. Gives whether
-    // the record's value runs on behind a comma, so that the records behind it on the line are its tail.
-    bool checkRecord(std::string_view from, std::string_view rec, const RecordWords& words) {
-        const std::optional<Reach> reach = reachOf(words);
+    // Checks one record and lets the reader take it. `from` is the line from the record on; `inComment` tells
+    // that the record lies behind the start of a comment. Gives whether the record's value runs on behind a
+    // comma, so that the records behind it on the line are its tail.
+    bool checkRecord(std::string_view from, std::string_view rec, const RecordWords& words, bool inComment) {
+        const std::optional<RecordReach> reach = reachOfRecord(words, program_.pathStyle());
         if (!reach) {
-            checkUnread(from.substr(0, rec.size() - 1));
+            // Words behind "//" are the author's prose, and the block of kept lines is there on purpose.
+            if (!inComment) checkUnread(from.substr(0, rec.size() - 1));
             applyRecord(program_, words);
             return false;
         }
         const std::string_view key = reach->key ? reach->key->key : reach->keyWord;
         const std::vector<std::string_view> authorWords = wordsOf(from);
         const bool launcherComment = authorWords.size() > 1 && authorWords[0] == "//" && authorWords[1] == kSetWord;
-        const bool comment = authorWords.front().starts_with("//") && !launcherComment;
+        const bool comment = inComment || (authorWords.front().starts_with("//") && !launcherComment);
         const bool flag = !comment && reach->key && reach->key->action == ReadAction::Flag;
         if (flag) checkFlag(*reach->key, reach->value); // before the read turns the box on
         applyRecord(program_, words);
@@ -195,9 +213,83 @@ private:
                 "this comment is read as a setting: " + quotedKey(key) + " takes " + shown(taken));
             return false;
         }
+        checkGivenAgain(reach->field, key, taken);
         if (flag || refused(*reach, key)) return false;
         // The key word stands at the same place in the line as in the record cut from it.
-        return compareTaken(key, meantValue(from.substr(std::min(endOf(rec, reach->keyWord), from.size()))), taken);
+        const std::size_t before = findings_.size();
+        const bool runsOn =
+            compareTaken(key, meantValue(from.substr(std::min(endOf(rec, reach->keyWord), from.size()))), taken);
+        if (findings_.size() == before) checkValue(reach->field, key, taken);
+        return runsOn;
+    }
+
+    // A setting given on an earlier line too: the last line wins.
+    void checkGivenAgain(FieldId field, std::string_view key, const std::string& taken) {
+        const auto [earlier, first] = given_.try_emplace(settingOfField(field), Given{number_, taken});
+        if (first) return;
+        const Given before = std::exchange(earlier->second, Given{number_, taken});
+        const std::string line = "line " + std::to_string(before.line);
+        add(number_, FindingKind::Duplicate, key,
+            before.value == taken ? quotedKey(key) + " is given again, " + shown(taken) + " as on " + line
+                                  : quotedKey(key) + " is given again: " + shown(taken) + " here wins over " +
+                                        shown(before.value) + " of " + line);
+    }
+
+    // A value that the server cannot take as it is meant.
+    void checkValue(FieldId field, std::string_view key, std::string_view taken) {
+        const SettingKey* setting = settingOfField(field);
+        if (setting && setting->kind == SettingKind::Number && !isPlainNumber(taken))
+            add(number_, FindingKind::NotNumber, key,
+                quotedKey(key) + " " + shown(taken) + " is not a number, and the server reads this setting as one");
+        else if (!quotesClosed(taken))
+            add(number_, FindingKind::OpenQuote, key,
+                quotedKey(key) + " " + shown(taken) +
+                    " opens a double quote that it never closes: the server takes the rest of the line into it");
+    }
+
+    // The server's password for remote commands, when the file gives one.
+    void checkPassword() {
+        const SettingKey* setting = settingOfField(mainField("FRCON2"));
+        const auto given = given_.find(setting);
+        if (given == given_.end()) return;
+        const std::string_view password = unquoted(program_.field(setting->field).text());
+        const std::string_view preset = fieldRowOf(setting->field)->defaultText;
+        if (password == preset)
+            add(given->second.line, FindingKind::Password, setting->key,
+                quotedKey(setting->key) + " is still the launcher's own " + shown(preset) +
+                    ", which anyone who has the launcher knows: change it before the server goes public");
+        else if (password.empty())
+            add(given->second.line, FindingKind::Password, setting->key,
+                quotedKey(setting->key) + " is empty: the server takes no remote commands");
+        if (worldReadable_ && !password.empty())
+            add(given->second.line, FindingKind::WorldReadable, setting->key,
+                "every user of this machine may read the file, and this line holds the server's " +
+                    quotedKey(setting->key) + " (chmod o-r takes that right away)");
+    }
+
+    // Writes the fields as a save would and reads the file into a launcher as it starts: each setting that comes
+    // back otherwise, that the lines above have not named already.
+    void checkReload() {
+        readConfigText(reloaded_, renderConfig(program_));
+        for (const SettingKey& setting : settingKeys()) {
+            const std::string& now = program_.field(setting.field).text();
+            const std::string& then = reloaded_.field(setting.field).text();
+            if (now == then || setting.kind == SettingKind::Total) continue;
+            const auto given = given_.find(&setting);
+            const std::size_t line = given == given_.end() ? 0 : given->second.line;
+            const bool named = std::any_of(findings_.begin(), findings_.end(), [&](const Finding& finding) {
+                return finding.line == line && finding.key == setting.key;
+            });
+            if (named) continue;
+            const std::string key = quotedKey(setting.key);
+            if (!readKeyOf(setting).empty())
+                add(line, FindingKind::ReloadLost, setting.key,
+                    quotedKey(readKeyOf(setting)) + " " + shown(now) + " is read, but a save writes it as " + key +
+                        ", which a reload does not read: it comes back as " + shown(then));
+            else
+                add(line, FindingKind::ReloadChanged, setting.key,
+                    "a save and a reload turn " + key + " " + shown(now) + " into " + shown(then));
+        }
     }
 
     void checkFlag(const ReadKey& key, std::string_view value) {
@@ -217,7 +309,7 @@ private:
     }
 
     // A value that the field's rule or the address test refuses.
-    bool refused(const Reach& reach, std::string_view key) {
+    bool refused(const RecordReach& reach, std::string_view key) {
         if (reach.key && reach.key->action == ReadAction::Address) {
             std::string address(reach.value);
             if (address.empty() || isValidAddress(program_, address)) return false;
@@ -261,7 +353,10 @@ private:
                 add(number_, FindingKind::Cut, key, "the value is cut short" + tail);
             return false;
         }
-        if (quoted && taken.starts_with(meant))
+        if (taken.starts_with(meant) && trimBehind(taken) == meant)
+            add(number_, FindingKind::Cut, key,
+                "the value keeps the blank behind it, and each save and reload adds one more" + tail);
+        else if (quoted && taken.starts_with(meant))
             add(number_, FindingKind::QuoteTail, key,
                 "the double quote makes the rest of the line the value, comments and all" + tail);
         else
@@ -286,7 +381,7 @@ private:
         const std::string_view word = words[keyAt];
         const SettingKey* setting = findSettingKey(word);
         if (!setting) {
-            if (!commented) unknownKey(word);
+            if (!commented && !inKeptBlock_) unknownKey(word);
             return;
         }
         const bool readFromComment = setting->line == LineKind::Marked || setting->line == LineKind::Comment;
@@ -320,7 +415,11 @@ private:
     }
 
     Program& program_;
+    Program& reloaded_;
+    bool worldReadable_;
     std::size_t number_ = 0;
+    bool inKeptBlock_ = false;
+    std::unordered_map<const SettingKey*, Given> given_;
     bool markerFound_ = false;
     std::optional<std::size_t> nearMarker_;
     std::vector<Deferred> deferred_;
@@ -329,48 +428,18 @@ private:
 
 } // namespace
 
-std::vector<std::string_view> fileLines(std::string_view bytes) {
-    std::vector<std::string_view> lines;
-    std::size_t start = 0;
-    for (std::size_t i = 0; i < bytes.size(); ++i) {
-        if (bytes[i] != '\r' && bytes[i] != '\n') continue;
-        lines.push_back(bytes.substr(start, i - start));
-        if (bytes[i] == '\r' && i + 1 < bytes.size() && bytes[i + 1] == '\n') ++i;
-        start = i + 1;
-    }
-    if (start < bytes.size()) lines.push_back(bytes.substr(start));
-    return lines;
-}
-
-std::vector<std::string_view> lineRecords(std::string_view line) {
-    std::vector<std::string_view> records;
-    for (std::size_t pos = 0;;) {
-        while (pos < line.size() && line[pos] == ' ')
-            ++pos;
-        std::size_t comma = npos;
-        if (pos < line.size() && line[pos] == '"') {
-            const std::size_t close = line.find('"', pos + 1);
-            records.push_back(line.substr(pos + 1, close == npos ? npos : close - pos - 1));
-            if (close != npos) comma = line.find(',', close + 1);
-        } else {
-            comma = line.find(',', pos);
-            records.push_back(line.substr(pos, comma == npos ? npos : comma - pos));
-        }
-        if (comma == npos) return records;
-        pos = comma + 1;
-    }
-}
-
 std::string_view findingKindName(FindingKind kind) {
     // In the order of the kinds.
-    constexpr std::string_view kNames[] = {"unknown-key", "not-read", "comment-read", "cut",
-                                           "quote-tail",  "refused",  "flag-only-on", "flag-not-number",
-                                           "reload-lost", "no-marker"};
+    constexpr std::string_view kNames[] = {"unknown-key",     "not-read",       "comment-read", "cut",
+                                           "quote-tail",      "refused",        "flag-only-on", "flag-not-number",
+                                           "reload-lost",     "no-marker",      "not-number",   "open-quote",
+                                           "duplicate",       "reload-changed", "password",     "world-readable",
+                                           "outside-game-dir"};
     return kNames[static_cast<std::size_t>(kind)];
 }
 
-std::vector<Finding> checkConfig(Program& program, std::string_view bytes) {
-    Checker checker(program);
+std::vector<Finding> checkConfig(Program& program, Program& reloaded, std::string_view bytes, bool worldReadable) {
+    Checker checker(program, reloaded, worldReadable);
     const std::vector<std::string_view> lines = fileLines(bytes);
     for (std::size_t i = 0; i < lines.size(); ++i)
         checker.checkLine(i + 1, lines[i]);

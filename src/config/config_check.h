@@ -21,35 +21,41 @@ enum class FindingKind {
     FlagNotNumber, // a flag line whose value is no number, which turns its box on
     ReloadLost,    // a setting read under another key than it is written with: a reload does not bring it back
     NoMarker,      // no marker line: the launcher warns on opening and its next save rewrites the whole file
+    NotNumber,     // a value that is no number where the server reads a number
+    OpenQuote,     // a value that opens a double quote and never closes it
+    Duplicate,     // a setting given again on a later line, which wins
+    ReloadChanged, // a save and a reload give the setting another value
+    Password,      // the server's password for remote commands is the launcher's own or empty
+    WorldReadable, // every user may read the file, and it holds a password
+    // The server, which runs the file from its game directory, does not find it there; the caller tells it.
+    OutsideGameDirectory,
 };
 
 struct Finding {
-    std::size_t line; // counted from 1 as the reader counts lines
+    std::size_t line; // counted from 1 as the reader counts lines; 0 for the file as a whole
     FindingKind kind;
     std::string key; // the setting or the word the line names; empty for the file as a whole
     std::string message;
 };
 
-// The lines of a file as the reader counts them, without their ends: CR LF, LF and CR each end a line, and
-// the bytes behind the last line end make a line of their own.
-std::vector<std::string_view> fileLines(std::string_view bytes);
-
-// The records of one line as the record reader gives them: blanks ahead of a record are skipped, a comma ends
-// it, and one that begins with a double quote runs to the next double quote, both quotes removed, behind which
-// everything up to the next comma is dropped. Each record is a view into the line.
-std::vector<std::string_view> lineRecords(std::string_view line);
-
 // The kind as one word for tools: "unknown-key", "not-read", "comment-read", "cut", "quote-tail", "refused",
-// "flag-only-on", "flag-not-number", "reload-lost", "no-marker".
+// "flag-only-on", "flag-not-number", "reload-lost", "no-marker", "not-number", "open-quote", "duplicate",
+// "reload-changed", "password", "world-readable", "outside-game-dir".
 std::string_view findingKindName(FindingKind kind);
 
 // Reads the bytes of a configuration file into `program` as the Open command reads a file, record by record,
 // and tells for each line that the reader passes over, or reads otherwise than its author surely meant, what
-// happens and why. Lines end at CR LF, LF or CR; a comma starts a new record on the same line. A comment, an
-// empty line and a line that reaches its field as written are no finding, nor is a line whose value equals
-// what the read leaves anyway (a total that its flags give, or one of the settings read under another key
-// holding the value a reload keeps). `program` stands as the launcher starts, with its handlers connected;
-// the messages of the rules reach its platform. The findings come in the order of the lines.
-std::vector<Finding> checkConfig(Program& program, std::string_view bytes);
+// happens and why. Lines end at CR LF, LF or CR; a comma starts a new record on the same line, and the words
+// behind a "//" are a comment. A comment, an empty line and a line that reaches its field as written are no
+// finding, nor is a line whose value equals what the read leaves anyway (a total that its flags give, or one of
+// the settings read under another key holding the value a reload keeps), nor an unknown key in the block of
+// kept lines. Besides, it tells of values that the server reads otherwise than they stand (no number where a
+// number belongs, an open double quote), of a setting given twice, of a password that protects nothing, and of
+// what a save and a reload would change: it writes what `program` holds as a save would and reads that into
+// `reloaded`. Both stand as the launcher starts, with their handlers connected; the messages of the rules reach
+// their platforms. `worldReadable` tells that every user may read the file, which matters when it holds a
+// password. The findings come in the order of the lines.
+std::vector<Finding> checkConfig(Program& program, Program& reloaded, std::string_view bytes,
+                                 bool worldReadable = false);
 
 } // namespace ks

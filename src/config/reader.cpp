@@ -106,21 +106,28 @@ RecordWords cutRecord(std::string_view rec, PathStyle style) {
     return result;
 }
 
-void applyRecord(Program& program, const RecordWords& record) {
-    if (record.startMap) program.field(id::FSM).setText(std::string(*record.startMap));
+std::optional<RecordReach> reachOfRecord(const RecordWords& record, PathStyle style) {
     const auto& words = record.words;
-    if (words[0] == kHostnameWord) program.field(id::FHOSTN).setText(std::string(words[1]));
-
-    if (const ReadKey* key = findSecondWordKey(words[1])) {
-        apply(program, *key, words[2]);
-        return;
-    }
-    if (words[1] != kSetWord) return;
+    if (record.startMap) return RecordReach{id::FSM, nullptr, words[0], *record.startMap};
+    if (words[0] == kHostnameWord) return RecordReach{id::FHOSTN, nullptr, words[0], words[1]};
+    if (const ReadKey* key = findSecondWordKey(words[1])) return RecordReach{key->field, key, words[1], words[2]};
+    if (words[1] != kSetWord) return std::nullopt;
     const ReadKey* key = findThirdWordKey(words[2]);
-    if (!key) return;
+    if (!key) return std::nullopt;
     // On Linux a Quake II directory may hold blanks, and its line carries the whole path back.
-    const bool wholePath = key->action == ReadAction::QuakeDirectory && program.pathStyle() == PathStyle::Linux;
-    apply(program, *key, wholePath ? record.fourthToComment : words[3]);
+    const bool wholePath = key->action == ReadAction::QuakeDirectory && style == PathStyle::Linux;
+    return RecordReach{key->field, key, words[2], wholePath ? record.fourthToComment : words[3]};
+}
+
+void applyRecord(Program& program, const RecordWords& record) {
+    // A "hostname" record sets the host name and goes on to the key tables with its second word.
+    if (record.startMap) program.field(id::FSM).setText(std::string(*record.startMap));
+    if (record.words[0] == kHostnameWord) program.field(id::FHOSTN).setText(std::string(record.words[1]));
+    RecordWords rest = record;
+    rest.startMap.reset();
+    rest.words[0] = {};
+    if (const std::optional<RecordReach> reach = reachOfRecord(rest, program.pathStyle()))
+        apply(program, *reach->key, reach->value);
 }
 
 bool flagValueTurnsOn(std::string_view value) {
@@ -128,14 +135,11 @@ bool flagValueTurnsOn(std::string_view value) {
     return !number || *number > 0;
 }
 
-ReadResult readConfig(Program& program, const std::string& path) {
-    ReadResult result;
-    RecordReader reader;
-    if (!reader.open(path)) {
-        result.reason = reader.reason();
-        return result;
-    }
+namespace {
 
+// Reads the records of an open reader into the fields.
+ReadResult readRecords(Program& program, RecordReader& reader) {
+    ReadResult result;
     // Up to the first record a failure means the file cannot be read. Behind it a failing read ends the
     // input, and the record it was reading is dropped.
     bool first = true;
@@ -164,10 +168,11 @@ ReadResult readConfig(Program& program, const std::string& path) {
     return result;
 }
 
-ReadResult openConfigFile(Program& program, const std::string& path) {
+// The Open command once the file is chosen: `read` reads it into the fields.
+template <typename Read> ReadResult open(Program& program, const std::string& path, Read read) {
     Field& file = program.field(id::FFile);
     file.setText(path);
-    const ReadResult result = readConfig(program, path);
+    const ReadResult result = read();
     if (!result.read) {
         program.platform().messageBox(noSuchFileMessage());
         file.setText(std::string(kUnset));
@@ -177,6 +182,32 @@ ReadResult openConfigFile(Program& program, const std::string& path) {
     program.mainTabs().setCurrent(0);
     if (!result.markerFound) program.platform().messageBox(foreignFileMessage());
     return result;
+}
+
+} // namespace
+
+ReadResult readConfig(Program& program, const std::string& path) {
+    RecordReader reader;
+    if (!reader.open(path)) {
+        ReadResult result;
+        result.reason = reader.reason();
+        return result;
+    }
+    return readRecords(program, reader);
+}
+
+ReadResult readConfigText(Program& program, std::string_view bytes) {
+    RecordReader reader;
+    reader.openBytes(bytes);
+    return readRecords(program, reader);
+}
+
+ReadResult openConfigFile(Program& program, const std::string& path) {
+    return open(program, path, [&] { return readConfig(program, path); });
+}
+
+ReadResult openConfigText(Program& program, const std::string& path, std::string_view bytes) {
+    return open(program, path, [&] { return readConfigText(program, bytes); });
 }
 
 } // namespace ks

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "config/reader_keys.h"
 #include "frame/path_style.h"
 
 #include <array>
@@ -33,6 +34,16 @@ struct RecordWords {
 // part of the word, and the value of a qdir line runs to its comment, blanks and all.
 RecordWords cutRecord(std::string_view rec, PathStyle style = PathStyle::Windows);
 
+// The field a record reaches, as applyRecord finds it: the start map and the host name by the first word, then
+// the key tables by the second word and, behind "set", the third.
+struct RecordReach {
+    FieldId field;
+    const ReadKey* key;       // null for the host name and the start map
+    std::string_view keyWord; // a view into the record
+    std::string_view value;
+};
+std::optional<RecordReach> reachOfRecord(const RecordWords& record, PathStyle style);
+
 // Applies the words of one record to the fields: "map" sets the start map, "hostname" the host name, and
 // the second and third words are looked up among the keys the reader knows.
 void applyRecord(Program& program, const RecordWords& words);
@@ -52,10 +63,14 @@ struct ReadResult {
     explicit operator bool() const { return read; }
 };
 ReadResult readConfig(Program& program, const std::string& path);
+// The same for the bytes of a file already read.
+ReadResult readConfigText(Program& program, std::string_view bytes);
 
 // The Open command behind its dialog: FFile takes the path, the file is read, the first tab comes up and
 // the warning for a file the launcher did not write follows. A file that cannot be read says so, and FFile
 // goes back to "NONE" on yellow. Gives what the reading came to; it converts to false in that case.
 ReadResult openConfigFile(Program& program, const std::string& path);
+// The Open command for `path`, whose bytes were read already.
+ReadResult openConfigText(Program& program, const std::string& path, std::string_view bytes);
 
 } // namespace ks

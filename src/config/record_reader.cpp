@@ -4,6 +4,7 @@
 #include <new>
 #include <stdexcept>
 #include <system_error>
+#include <vector>
 
 #ifndef _WIN32
 #include <fcntl.h>
@@ -20,14 +21,14 @@ bool endsLine(char c) { return c == '\r' || c == '\n'; }
 
 std::string reasonOf(int error) { return std::generic_category().message(error); }
 
+} // namespace
+
 #ifndef _WIN32
-// Opens a regular file for reading. Non-blocking at first, so that a FIFO without a writer cannot hold the
-// open up; the file type is known before a byte is read.
-std::FILE* openRegularFile(const std::string& path, std::string& reason) {
+int openRegularFile(const std::string& path, std::string& reason) {
     const int fd = ::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
     if (fd < 0) {
         reason = reasonOf(errno);
-        return nullptr;
+        return -1;
     }
     struct stat status {};
     if (fstat(fd, &status) != 0)
@@ -38,15 +39,58 @@ std::FILE* openRegularFile(const std::string& path, std::string& reason) {
         reason = "it is not a regular file";
     else if (fcntl(fd, F_SETFL, fcntl(fd, F_GETFL) & ~O_NONBLOCK) != 0)
         reason = reasonOf(errno);
-    std::FILE* file = reason.empty() ? fdopen(fd, "rb") : nullptr;
-    if (!file) {
-        if (reason.empty()) reason = reasonOf(errno);
-        ::close(fd);
+    if (reason.empty()) return fd;
+    ::close(fd);
+    return -1;
+}
+
+FileBytes readAllOf(int fd) {
+    FileBytes result;
+    try {
+        char chunk[kBufferSize];
+        for (;;) {
+            const ssize_t count = ::read(fd, chunk, sizeof chunk);
+            if (count < 0 && errno == EINTR) continue;
+            if (count < 0) {
+                result.reason = reasonOf(errno);
+                return result;
+            }
+            if (count == 0) break;
+            result.bytes.append(chunk, static_cast<std::size_t>(count));
+        }
+    } catch (const std::bad_alloc&) {
+        std::string().swap(result.bytes);
+        result.reason = "out of memory";
+        return result;
     }
-    return file;
+    result.ok = true;
+    return result;
 }
 #endif
-} // namespace
+
+FileBytes readRegularFile(const std::string& path) {
+    FileBytes result;
+#ifdef _WIN32
+    RecordReader probe;
+    if (!probe.open(path)) {
+        result.reason = probe.reason();
+        return result;
+    }
+    std::FILE* file = std::fopen(path.c_str(), "rb");
+    char chunk[kBufferSize];
+    for (std::size_t count; file && (count = std::fread(chunk, 1, sizeof chunk, file)) > 0;)
+        result.bytes.append(chunk, count);
+    result.ok = file && !std::ferror(file);
+    if (!result.ok) result.reason = reasonOf(errno ? errno : EIO);
+    if (file) std::fclose(file);
+#else
+    const int fd = openRegularFile(path, result.reason);
+    if (fd < 0) return result;
+    result = readAllOf(fd);
+    ::close(fd);
+#endif
+    return result;
+}
 
 bool RecordReader::open(const std::string& path) {
     pos_ = len_ = 0;
@@ -56,11 +100,26 @@ bool RecordReader::open(const std::string& path) {
     file_.reset(std::fopen(path.c_str(), "rb"));
     if (!file_) return fail(reasonOf(errno));
 #else
-    file_.reset(openRegularFile(path, reason_));
-    if (!file_) return fail(reason_);
+    const int fd = openRegularFile(path, reason_);
+    if (fd < 0) return fail(reason_);
+    file_.reset(fdopen(fd, "rb"));
+    if (!file_) {
+        const int error = errno;
+        ::close(fd);
+        return fail(reasonOf(error));
+    }
 #endif
     buffer_.resize(kBufferSize);
     return true;
+}
+
+void RecordReader::openBytes(std::string_view bytes) {
+    file_.reset();
+    failed_ = false;
+    reason_.clear();
+    buffer_.assign(bytes.begin(), bytes.end());
+    pos_ = 0;
+    len_ = buffer_.size();
 }
 
 bool RecordReader::fail(std::string reason) {
@@ -150,6 +209,39 @@ bool RecordReader::readRecord(std::string& record) {
         break;
     }
     return !failed_;
+}
+
+std::vector<std::string_view> fileLines(std::string_view bytes) {
+    std::vector<std::string_view> lines;
+    std::size_t start = 0;
+    for (std::size_t i = 0; i < bytes.size(); ++i) {
+        if (bytes[i] != '\r' && bytes[i] != '\n') continue;
+        lines.push_back(bytes.substr(start, i - start));
+        if (bytes[i] == '\r' && i + 1 < bytes.size() && bytes[i + 1] == '\n') ++i;
+        start = i + 1;
+    }
+    if (start < bytes.size()) lines.push_back(bytes.substr(start));
+    return lines;
+}
+
+std::vector<std::string_view> lineRecords(std::string_view line) {
+    std::vector<std::string_view> records;
+    for (std::size_t pos = 0;;) {
+        while (pos < line.size() && line[pos] == ' ')
+            ++pos;
+        std::size_t comma = std::string_view::npos;
+        if (pos < line.size() && line[pos] == '"') {
+            const std::size_t close = line.find('"', pos + 1);
+            records.push_back(
+                line.substr(pos + 1, close == std::string_view::npos ? std::string_view::npos : close - pos - 1));
+            if (close != std::string_view::npos) comma = line.find(',', close + 1);
+        } else {
+            comma = line.find(',', pos);
+            records.push_back(line.substr(pos, comma == std::string_view::npos ? std::string_view::npos : comma - pos));
+        }
+        if (comma == std::string_view::npos) return records;
+        pos = comma + 1;
+    }
 }
 
 } // namespace ks

@@ -4,6 +4,7 @@
 #include <cstdio>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace ks {
@@ -24,6 +25,8 @@ class RecordReader {
 public:
     // Opens the file; false when it cannot be opened or is no regular file.
     bool open(const std::string& path);
+    // Reads records from bytes already in memory, as from a file that holds them.
+    void openBytes(std::string_view bytes);
     // No byte is left to read. A read that fails also ends the input; failed() tells the two apart.
     bool atEnd();
     // Reads the next record; false when the input failed on the way.
@@ -54,5 +57,30 @@ private:
     bool failed_ = false;
     std::string reason_;
 };
+
+// The lines of a file as the reader counts them, without their ends: CR LF, LF and CR each end a line, and
+// the bytes behind the last line end make a line of their own.
+std::vector<std::string_view> fileLines(std::string_view bytes);
+
+// The records of one line as the record reader gives them: blanks ahead of a record are skipped, a comma ends
+// it, and one that begins with a double quote runs to the next double quote, both quotes removed, behind which
+// everything up to the next comma is dropped. Each record is a view into the line.
+std::vector<std::string_view> lineRecords(std::string_view line);
+
+// The whole of a regular file, or why it could not be read, in the words of RecordReader::reason().
+struct FileBytes {
+    bool ok = false;
+    std::string bytes;
+    std::string reason;
+};
+FileBytes readRegularFile(const std::string& path);
+
+#ifndef _WIN32
+// Opens a regular file for reading and gives its descriptor, or -1 and the reason. Non-blocking at first, so that
+// a FIFO without a writer cannot hold the open up; the file type is known before a byte is read.
+int openRegularFile(const std::string& path, std::string& reason);
+// Reads what is left of an open file.
+FileBytes readAllOf(int fd);
+#endif
 
 } // namespace ks

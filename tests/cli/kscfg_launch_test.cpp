@@ -150,3 +150,21 @@ TEST(KscfgLaunch, TheWatchRestartsAFailingServerWithGrowingPausesAndEndsWithItOn
     EXPECT_EQ(lines[3], "kscfg: the server ended with status 4; starting it again in 2 s");
     EXPECT_EQ(lines[5], "kscfg: the server ended with status 0 on request; the watch ends");
 }
+
+// The server runs +exec NAME from its game directory: command, check and launch tell of a configuration that lies
+// elsewhere, and launch starts the server all the same.
+TEST(KscfgLaunch, AConfigTheServerWillNotFindIsToldByCommandCheckAndLaunch) {
+    QuakeDirectory q;
+    q.server(q.program(), "exit 0\n");
+    const std::string elsewhere = q.file("server.cfg");
+    fs::copy_file(q.config, elsewhere);
+    const std::string told = "the server runs +exec server.cfg from its game directory " + q.qdir + "/kestrand, and " +
+                             elsewhere + " is not that file: the server would start without these settings\n";
+    for (const std::string command : {"command", "launch"}) {
+        EXPECT_EQ(kscfg(command + " " + test::quoted(q.config), "/", "2>&1 >/dev/null").output, "") << command;
+        const Outcome outcome = kscfg(command + " " + test::quoted(elsewhere), "/", "2>&1 >/dev/null");
+        EXPECT_EQ(outcome.status, 0) << command;
+        EXPECT_EQ(outcome.output, "warning: " + told) << command;
+    }
+    EXPECT_TRUE(kscfg("check " + test::quoted(elsewhere)).output.starts_with(elsewhere + ": " + told));
+}

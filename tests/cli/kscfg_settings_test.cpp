@@ -4,9 +4,13 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <fcntl.h>
+#include <filesystem>
 #include <set>
 #include <sstream>
+#include <sys/file.h>
 #include <tuple>
+#include <unistd.h>
 
 using namespace ks;
 using test::kscfg;
@@ -54,7 +58,7 @@ TEST(KscfgSet, AValueOfEveryKindComesBackThroughGet) {
     EXPECT_EQ(dir.bytes().find("// set IP"), std::string::npos);
 }
 
-// A refused value ends with status 3, bad use with status 2 and a hint; either way the file stays as it was.
+// A refused value ends with status 3, an unknown key or a total with status 2; either way the file stays as it was.
 TEST(KscfgSet, ARefusedValueOrAnUnknownKeyOrATotalLeavesTheFileAsItWasAndEndsWithItsStatus) {
     ServerDir dir;
     const std::string before = dir.bytes();
@@ -62,14 +66,20 @@ TEST(KscfgSet, ARefusedValueOrAnUnknownKeyOrATotalLeavesTheFileAsItWasAndEndsWit
         {"set server.cfg fraglimit=40 deathmatch=5", 3, "kscfg: DeathMatch, Off or On: Must be 0 or 1\n"},
         {"set server.cfg IP=10.0.0.256", 3, "kscfg: IP Validator: 10.0.0.256 is Invalid\n"},
         {"set server.cfg df_no_health=yes", 3, "kscfg: df_no_health: takes 1 (on) or 0 (off)\n"},
+        // Values the server or the next reading would take otherwise.
+        {"set server.cfg port=abc maxclients=-5", 3, "kscfg: port: must be a number\n"},
+        {"set server.cfg timelimit=-1", 3, "kscfg: timelimit: must be a number\n"},
+        {"set server.cfg 'hostname=Bob\"s'", 3, "kscfg: hostname: a double quote in the value is never closed\n"},
+        {"set server.cfg 'map=q2dm1 // x'", 3,
+         "kscfg: map: the file cannot hold `q2dm1 // x`: read back, it gives `q2dm1`\n"},
+        {"set server.cfg 'qdir=/srv/q2  '", 3,
+         "kscfg: qdir: the file cannot hold `/srv/q2  `: read back, it gives `/srv/q2`\n"},
         {"set server.cfg fraglimt=30", 2, "kscfg: unknown key fraglimt; did you mean fraglimit?\n"},
         {"get server.cfg force_respawn", 2, "kscfg: unknown key force_respawn; did you mean df_force_respawn?\n"},
         {"set server.cfg xyz=1", 2, "kscfg: unknown key xyz (kscfg keys lists the keys)\n"},
         {"set server.cfg dmflags=1104", 2,
          "kscfg: dmflags adds up its flags (df_no_health ... df_ctf_no_tech) and follows them: set a flag to 1 or 0 "
          "instead, as in df_no_health=1\n"},
-        {"set server.cfg fraglimit", 2, "kscfg: set takes KEY=VALUE, not fraglimit (try kscfg --help)\n"},
-        {"set server.cfg fraglimit=1 --force", 2, "kscfg: set has no option --force (try kscfg --help)\n"},
     };
     for (const auto& [arguments, status, message] : cases) {
         const Outcome outcome = dir.run(arguments);
@@ -77,6 +87,102 @@ TEST(KscfgSet, ARefusedValueOrAnUnknownKeyOrATotalLeavesTheFileAsItWasAndEndsWit
         EXPECT_EQ(outcome.output, message);
         EXPECT_EQ(dir.bytes(), before) << arguments;
     }
+}
+
+namespace {
+
+// What the server runs of a file: its lines but for the empty ones and the comments, sorted.
+std::vector<std::string> serverView(const std::string& bytes) {
+    std::vector<std::string> lines;
+    std::istringstream in(bytes);
+    for (std::string line; std::getline(in, line);) {
+        line.pop_back(); // the CR
+        if (!line.empty() && !line.starts_with("//")) lines.push_back(line);
+    }
+    std::sort(lines.begin(), lines.end());
+    return lines;
+}
+
+} // namespace
+
+// An operator's own lines in a file the launcher wrote: a map list among its lines, a comment, an exec and a mod's
+// cvar behind the start map.
+TEST(KscfgSet, KeepsTheLinesTheLauncherHasNoSettingForAndChangesNothingElseTheServerRuns) {
+    ServerDir dir;
+    std::string original = dir.bytes();
+    original.insert(original.find("set fraglimit"), "set sv_maplist \"q2dm1 q2dm2 q2dm8\"\r\n");
+    original += "// ours\r\nexec bans.cfg\r\nset ks_vote_time 30 // minutes\r\n";
+    test::writeBytes(dir.file("server.cfg"), original);
+    test::writeBytes(dir.file("before.cfg"), original);
+    const Outcome set = dir.run("set server.cfg port=27911");
+    EXPECT_EQ(set.status, 0);
+    EXPECT_EQ(set.output, "warning: server.cfg:239: this comment is dropped: set keeps only the lines that set or "
+                          "run something\n"
+                          "note: server.cfg: lines 12, 240 and 241 set or run something the launcher has no setting "
+                          "for; they are kept in a block at the end of the file\n");
+    std::vector<std::string> expected = serverView(original);
+    *std::find(expected.begin(), expected.end(), "set port 27910") = "set port 27911";
+    std::sort(expected.begin(), expected.end());
+    EXPECT_EQ(serverView(dir.bytes()), expected);
+    // The launcher reads the file as before, and the block stays as it is from one set to the next.
+    const std::string block = "map q2dm1\r\n\r\n// Kept by kscfg: lines the launcher has no setting for (its Save "
+                              "drops them)\r\nset sv_maplist \"q2dm1 q2dm2 q2dm8\"\r\nexec bans.cfg\r\nset "
+                              "ks_vote_time 30 // minutes\r\n";
+    for (const char* port : {"27911", "27912"}) {
+        ASSERT_EQ(dir.run("set --quiet server.cfg port=" + std::string(port)).status, 0);
+        EXPECT_TRUE(dir.bytes().ends_with(block));
+        EXPECT_EQ(dir.run("diff before.cfg server.cfg").output, "port 27910 " + std::string(port) + "\n");
+    }
+    // Without the block, set writes what the launcher's Save writes, as convert does.
+    ASSERT_EQ(dir.run("convert server.cfg -o saved.cfg").status, 0);
+    EXPECT_EQ(dir.run("set server.cfg --launcher-layout port=27912").output,
+              "warning: server.cfg:240: this line is dropped, as --launcher-layout asks\n"
+              "warning: server.cfg:241: this line is dropped, as --launcher-layout asks\n"
+              "warning: server.cfg:242: this line is dropped, as --launcher-layout asks\n");
+    EXPECT_EQ(dir.bytes(), test::readBytes(dir.file("saved.cfg")));
+}
+
+// Ten writers at once, each changing its own setting, fifty rounds: every change stays. A writer that waits
+// longer than --wait for the file ends with status 4 and writes nothing.
+TEST(KscfgSet, WritersAtOnceLoseNoChangeAndOneThatWaitsTooLongEndsWithStatus4) {
+    ServerDir dir;
+    const std::string keys = "fraglimit timelimit maxclients port capturelimit maxrate matchtime ltime camp_time "
+                             "max_health";
+    test::writeBytes(dir.file("writers.sh"),
+                     "keys=(" + keys +
+                         ")\n"
+                         "for round in $(seq 50); do\n"
+                         "    for w in ${!keys[@]}; do\n"
+                         "        (\"$1\" set --quiet server.cfg ${keys[w]}=$((round * 100 + w)) || echo failed $?) &\n"
+                         "    done\n"
+                         "    wait\n"
+                         "    \"$1\" get server.cfg ${keys[@]} | tr '\\n' ' '; echo\n"
+                         "done\n");
+    const Outcome rounds =
+        test::shell("cd " + quoted(dir.path().string()) + " && bash writers.sh '" KSCFG_PATH "' 2>&1");
+    std::string expected;
+    for (int round = 1; round <= 50; ++round) {
+        std::istringstream names(keys);
+        int writer = 0;
+        for (std::string key; names >> key; ++writer)
+            expected += key + " " + std::to_string(round * 100 + writer) + " ";
+        expected += "\n";
+    }
+    EXPECT_EQ(rounds.output, expected);
+
+    const std::string before = dir.bytes();
+    const int held = open(dir.file("server.cfg").c_str(), O_RDONLY | O_CLOEXEC);
+    ASSERT_EQ(flock(held, LOCK_EX), 0);
+    for (const char* writer : {"set server.cfg fraglimit=1", "convert before.cfg -o server.cfg", "new server.cfg"}) {
+        test::writeBytes(dir.file("before.cfg"), before);
+        const Outcome outcome = dir.run(std::string(writer) + " --wait 0.2");
+        EXPECT_EQ(outcome.status, 4) << writer;
+        EXPECT_EQ(outcome.output, "kscfg: server.cfg is being changed by another kscfg, which did not finish within "
+                                  "0.2 s; nothing was written (--wait waits longer)\n");
+    }
+    EXPECT_EQ(dir.bytes(), before);
+    close(held);
+    EXPECT_EQ(dir.run("set server.cfg fraglimit=1 --wait 0").status, 0);
 }
 
 TEST(KscfgSet, DryRunShowsTheChangedLinesWithTheirNumbersAndWritesNothing) {
@@ -128,15 +234,23 @@ TEST(KscfgCheck, NamesEveryKindOfFindingInAHandWrittenFileAndNothingInAFreshOne)
         kinds.insert(outcome.output.substr(at, outcome.output.find('"', at) - at));
     }
     EXPECT_EQ(kinds, (std::set<std::string>{"no-marker", "unknown-key", "not-read", "cut", "quote-tail", "refused",
-                                            "flag-only-on", "flag-not-number", "reload-lost", "comment-read"}));
+                                            "flag-only-on", "flag-not-number", "reload-lost", "comment-read",
+                                            "not-number", "open-quote", "duplicate", "password"}));
 
-    // What a launcher file loses on a reload is ConfigCheck's; its wording is in the golden files.
+    // A fresh file names only the launcher's own password, and once that is changed, a file every user may read.
     ServerDir dir;
-    EXPECT_EQ(dir.run("check server.cfg").output, "");
+    EXPECT_EQ(dir.run("check server.cfg").output,
+              "server.cfg:19: `rcon_password` is still the launcher's own `hushmarker`, which anyone who has the "
+              "launcher knows: change it before the server goes public\n");
+    ASSERT_EQ(dir.run("set server.cfg rcon_password=s3cret").status, 0);
     EXPECT_EQ(dir.run("check server.cfg").status, 0);
     EXPECT_EQ(dir.run("check --json server.cfg").output, "[]\n");
-    EXPECT_EQ(dir.run("check missing.cfg").output, "kscfg: cannot read missing.cfg: No such file or directory\n");
-    EXPECT_EQ(dir.run("check .").status, 2);
+    std::filesystem::permissions(dir.file("server.cfg"), std::filesystem::perms::others_read,
+                                 std::filesystem::perm_options::add);
+    outcome = dir.run("check server.cfg");
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_EQ(outcome.output, "server.cfg:19: every user of this machine may read the file, and this line holds the "
+                              "server's `rcon_password` (chmod o-r takes that right away)\n");
 }
 
 TEST(KscfgDiff, NamesTheSettingsThatDifferAfterReadingEach) {
@@ -153,7 +267,6 @@ TEST(KscfgDiff, NamesTheSettingsThatDifferAfterReadingEach) {
     ASSERT_EQ(dir.run("set other.cfg df_no_falling=0 'hostname=My Server' stdlogname=").status, 0);
     outcome = dir.run("diff server.cfg other.cfg");
     EXPECT_EQ(outcome.output, "hostname hostname '\"My Server\"'\nstdlogname \"kestrand/StdLog.log\" \"\"\n");
-    EXPECT_EQ(dir.run("diff server.cfg missing.cfg").status, 2);
 }
 
 // `get` without a key gives every setting in the order of a written file, the IP first even while it has no
@@ -183,7 +296,8 @@ TEST(KscfgGet, WithoutAKeyGivesEverySettingInTheOrderOfTheFile) {
 TEST(KscfgGet, JsonIsOneObjectWithEveryByteAboveAsciiEscaped) {
     ServerDir dir;
     ASSERT_EQ(dir.run("set server.cfg \"hostname=$(printf 'Caf\\351 \\\\o/')\" fraglimit=40").status, 0);
-    const Outcome outcome = dir.run("get --json server.cfg hostname fraglimit");
+    // A key asked twice stands once.
+    const Outcome outcome = dir.run("get --json server.cfg hostname fraglimit hostname");
     EXPECT_EQ(outcome.status, 0);
     EXPECT_EQ(outcome.output, "{\n  \"hostname\": \"\\\"Caf\\u00e9 \\\\o/\\\"\",\n  \"fraglimit\": \"40\"\n}\n");
     EXPECT_EQ(dir.run("get server.cfg hostname").output, "\"Caf\xe9 \\o/\"\n");
@@ -193,14 +307,19 @@ TEST(KscfgCompletion, OffersCommandsOptionsFilesAndTheProgramsOwnKeys) {
     test::TempDir dir;
     test::writeBytes(dir.file("server.cfg"), "");
     // The words typed, the last one being completed, and what is offered for it.
-    const std::pair<std::string, std::string> offers[] = {{"c", "convert command check"},
-                                                          {"set server.cfg df_force_r", "df_force_respawn="},
-                                                          {"set server.cfg dmfla", ""},
-                                                          {"get server.cfg dmfla", "dmflags"},
-                                                          {"set server.cfg hostname = ''", ""},
-                                                          {"get --j", "--json"},
-                                                          {"command server.cfg --style ''", "windows linux"},
-                                                          {"check serv", "server.cfg"}};
+    const std::pair<std::string, std::string> offers[] = {
+        {"c", "convert command check"},
+        {"--", "--version --help"},
+        {"set server.cfg --", "--dry-run --launcher-layout --quiet --wait --help"},
+        {"convert server.cfg -", "-o --quiet --wait --help"},
+        {"convert server.cfg -o serv", "server.cfg"},
+        {"set server.cfg df_force_r", "df_force_respawn="},
+        {"set server.cfg dmfla", ""},
+        {"get server.cfg dmfla", "dmflags"},
+        {"set server.cfg hostname = ''", ""},
+        {"get --j", "--json"},
+        {"command server.cfg --style ''", "windows linux"},
+        {"check serv", "server.cfg"}};
     std::string script = "source '" + std::string(KS_DIST_DIR) + "/kscfg.bash-completion'\n" +
                          "offer() { COMP_WORDS=(\"$@\"); COMP_CWORD=$((${#COMP_WORDS[@]} - 1)); _kscfg; "
                          "echo \"${COMPREPLY[*]}\"; }\n",

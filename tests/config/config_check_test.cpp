@@ -9,10 +9,11 @@ using namespace ks;
 
 namespace {
 
-// Each finding as "LINE KIND KEY".
-std::vector<std::string> summary(const std::vector<Finding>& findings) {
+// Each finding of the check of `bytes` by `reader` as "LINE KIND KEY".
+std::vector<std::string> summary(test::Launcher& reader, const std::string& bytes) {
+    test::Launcher reloaded;
     std::vector<std::string> out;
-    for (const Finding& finding : findings)
+    for (const Finding& finding : checkConfig(reader.program, reloaded.program, bytes))
         out.push_back(std::to_string(finding.line) + " " + std::string(findingKindName(finding.kind)) + " " +
                       finding.key);
     return out;
@@ -20,27 +21,31 @@ std::vector<std::string> summary(const std::vector<Finding>& findings) {
 
 } // namespace
 
-TEST(ConfigCheck, ALauncherFileNamesOnlyWhatAReloadLoses) {
-    // Values that come back, and values that a reload over a freshly started launcher does not bring back. A fresh
-    // file's clean report is KscfgCheck's.
+TEST(ConfigCheck, ALauncherFileNamesOnlyWhatAReloadOrTheServerGetsOtherwise) {
+    // Values that come back, values that a reload over a freshly started launcher does not bring back, and values
+    // that the server reads otherwise than they stand. A fresh file's report is KscfgCheck's.
     test::Launcher writer;
-    writer.main("FHOSTN").setText("\"My Server\"");
+    writer.main("FHOSTN").setText("\"My Server");
+    writer.main("FPORT").setText("27910x");
     writer.main("FFGL1").setText("40");
+    writer.main("FRCON2").setText("\"s3cret\"");
     writer.check("Check57").setState(1);
     writer.main("FAD5").setText("0");
     writer.main("ABT").setText("0");
     writer.main("FMS3").setText("master.example.org 192.0.2.99");
+    writer.main("FSM").setText("\"q2dm1\"");
     writer.check("Check51").setState(0);
     writer.check("Check66").setState(0);
     test::Launcher reader;
-    EXPECT_EQ(
-        summary(checkConfig(reader.program, renderConfig(writer.program))),
-        (std::vector<std::string>{"9 reload-lost setmaster", "18 reload-lost allow_download_sounds",
-                                  "74 reload-lost bot_chat", "116 flag-only-on df_instant_items",
-                                  "132 not-read dmflags", "154 flag-only-on b_kick", "159 not-read sv_botdetection"}));
+    EXPECT_EQ(summary(reader, renderConfig(writer.program)),
+              (std::vector<std::string>{"6 open-quote hostname", "7 not-number port", "9 reload-lost setmaster",
+                                        "18 reload-lost allow_download_sounds", "74 reload-lost bot_chat",
+                                        "116 flag-only-on df_instant_items", "132 not-read dmflags",
+                                        "154 flag-only-on b_kick", "159 not-read sv_botdetection", "237 cut map"}));
     // The read leaves the fields as the Open command leaves them.
     EXPECT_EQ(reader.flags("DMFLAGT").text(), "1104");
-    EXPECT_EQ(reader.main("FHOSTN").text(), "\"My Server\"");
+    // The start map is taken with the blank behind its quote, and each save and reload would add one more.
+    EXPECT_EQ(reader.main("FSM").text(), "\"q2dm1\" ");
 }
 
 TEST(ConfigCheck, CountsLinesAsTheReaderDoesAndReadsEachRecordOfALine) {
@@ -52,8 +57,8 @@ TEST(ConfigCheck, CountsLinesAsTheReaderDoesAndReadsEachRecordOfALine) {
                                                            "quit, set timelimit 5\r\n" // 5
                                                            "set maxclients 8 // eight\n"
                                                            "set port";
-    EXPECT_EQ(summary(checkConfig(l.program, bytes)),
-              (std::vector<std::string>{"2 unknown-key gravity", "3 cut fraglimit", "5 unknown-key quit"}));
+    EXPECT_EQ(summary(l, bytes), (std::vector<std::string>{"2 unknown-key gravity", "3 cut fraglimit",
+                                                           "5 unknown-key quit", "7 not-number port"}));
     EXPECT_EQ(l.main("FFGL1").text(), "4");
     EXPECT_EQ(l.main("FTT1").text(), "5");
     EXPECT_EQ(l.main("FMC").text(), "8");

@@ -1,0 +1,33 @@
+#include "cli/config_files.h"
+
+#include "config/atomic_file.h"
+#include "rules/numbers.h"
+
+namespace ks::cli {
+
+std::optional<std::chrono::milliseconds> lockWait(const Invocation& call, std::ostream& err) {
+    const std::optional<std::string> seconds = call.value("--wait");
+    if (!seconds) return kLockWait;
+    if (!isPlainNumber(*seconds) || std::stod(*seconds) > 86400) {
+        badUse(*call.command,
+               std::string(call.command->name) + ": --wait takes a number of seconds up to a day, not " + *seconds,
+               err);
+        return std::nullopt;
+    }
+    return std::chrono::milliseconds(static_cast<long long>(std::stod(*seconds) * 1000));
+}
+
+int sayBusy(const std::string& file, std::chrono::milliseconds wait, std::ostream& err) {
+    err << "kscfg: " << file << " is being changed by another kscfg, which did not finish within "
+        << plainDecimal(static_cast<double>(wait.count()) / 1000) << " s; nothing was written (--wait waits longer)\n";
+    return kBusy;
+}
+
+int writeOrSay(const std::string& file, std::string_view bytes, std::ostream& err) {
+    const OperationResult result = replaceFileAtomically(file, bytes);
+    if (result.ok) return kDone;
+    err << "kscfg: cannot write " << file << ": " << result.error << '\n';
+    return kFailed;
+}
+
+} // namespace ks::cli

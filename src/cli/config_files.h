@@ -1,0 +1,74 @@
+#pragma once
+
+#include "cli/arguments.h"
+#include "cli/console_platform.h"
+#include "config/config_lock.h"
+#include "config/reader.h"
+#include "config/record_reader.h"
+#include "frame/program.h"
+#include "session/startup.h"
+
+#include <chrono>
+#include <optional>
+#include <ostream>
+#include <string>
+
+namespace ks::cli {
+
+// A program as the launcher has it at start, without the search for the mod's directory: every field at its
+// default, "Use Default" on and the IP empty. Its messages go to `err`, unless it is quiet.
+struct FreshProgram {
+    explicit FreshProgram(std::ostream& err, bool quiet = false, PathStyle style = nativePathStyle())
+        : platform(err), program(platform, style) {
+        connectHandlers(program);
+        program.check(id::ipCheck).setState(1);
+        platform.setQuiet(quiet);
+    }
+    ConsolePlatform platform;
+    Program program;
+};
+
+// Says that a file cannot be read, in the one voice of every command: "kscfg: cannot read FILE: REASON".
+inline void sayCannotRead(const std::string& file, const std::string& reason, std::ostream& err) {
+    err << "kscfg: cannot read " << file << ": " << reason << '\n';
+}
+
+// The bytes of a file, or nothing after saying why it cannot be read.
+inline std::optional<std::string> readOrSay(const std::string& file, std::ostream& err) {
+    FileBytes read = readRegularFile(file);
+    if (!read.ok) {
+        sayCannotRead(file, read.reason, err);
+        return std::nullopt;
+    }
+    return std::move(read.bytes);
+}
+
+// Opens FILE with the given bytes as the launcher's Open does: FFile takes its name, the launcher's messages go
+// to the error stream as warnings, and a reading that stops part-way, which the launcher passes over, is told
+// as a warning.
+inline void openBytes(FreshProgram& fresh, const std::string& file, std::string_view bytes, std::ostream& err) {
+    const ReadResult result = openConfigText(fresh.program, file, bytes);
+    if (!result.reason.empty() && !fresh.platform.quiet())
+        err << "warning: " << file << ": the reading stopped early: " << result.reason << '\n';
+}
+
+// Reads FILE and opens it as the launcher's Open does; false after saying why it cannot be read.
+inline bool openOrSay(FreshProgram& fresh, const std::string& file, std::ostream& err) {
+    const std::optional<std::string> bytes = readOrSay(file, err);
+    if (bytes) openBytes(fresh, file, *bytes, err);
+    return bytes.has_value();
+}
+
+// The longest a writer waits for another kscfg that changes the same file, unless --wait says otherwise.
+inline constexpr std::chrono::seconds kLockWait{10};
+
+// The wait of --wait SECONDS, or kLockWait; nothing after telling that its value is no number.
+std::optional<std::chrono::milliseconds> lockWait(const Invocation& call, std::ostream& err);
+
+// Says that another kscfg kept changing FILE for the whole wait, and gives kBusy.
+int sayBusy(const std::string& file, std::chrono::milliseconds wait, std::ostream& err);
+
+// Writes FILE whole and atomically, as the launcher's Save does; gives kDone or, after saying why, kFailed.
+int writeOrSay(const std::string& file, std::string_view bytes, std::ostream& err);
+
+} // namespace ks::cli
