@@ -1,9 +1,13 @@
 // Reads the bytes as a configuration file, as File, Open does, and writes the file again. Whatever the bytes,
 // the launcher must not crash, and what it writes has its fixed layout: 237 lines, or 238 with a server IP,
-// each ending in CR LF.
+// each ending in CR LF. The lines kscfg keeps behind the layout leave the reading as it was, and kscfg check
+// comes to its end.
 
 #include "cli/console_platform.h"
+#include "config/config_check.h"
+#include "config/kept_lines.h"
 #include "config/reader.h"
+#include "config/setting_keys.h"
 #include "config/writer.h"
 #include "frame/program.h"
 #include "session/startup.h"
@@ -59,5 +63,20 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     if (write(back, written.data(), written.size()) == static_cast<ssize_t>(written.size()))
         ks::readConfig(again, "/proc/self/fd/" + std::to_string(back));
     close(back);
+
+    // The lines that kscfg set keeps behind the layout give the reader nothing: with them the file reads as
+    // without them.
+    const std::string_view input(reinterpret_cast<const char*>(data), size);
+    ks::Program withBlock(platform, ks::PathStyle::Linux);
+    ks::connectHandlers(withBlock);
+    ks::readConfigText(withBlock, written + ks::keptBlock(ks::linesToKeep(input, ks::PathStyle::Linux)));
+    for (const ks::SettingKey& setting : ks::settingKeys())
+        if (withBlock.field(setting.field).text() != again.field(setting.field).text()) std::abort();
+
+    // The check of the bytes comes to its end, whatever they are.
+    ks::Program checked(platform, ks::PathStyle::Linux), reloaded(platform, ks::PathStyle::Linux);
+    ks::connectHandlers(checked);
+    ks::connectHandlers(reloaded);
+    ks::checkConfig(checked, reloaded, input);
     return 0;
 }
