@@ -23,13 +23,7 @@ int runNew(const Invocation& call, std::ostream&, std::ostream& err) {
     const ConfigLock lock(file, *wait);
     if (lock.outcome() == ConfigLock::Outcome::Busy) return sayBusy(file, *wait, err);
     FreshProgram fresh(err);
-    const int status = writeOrSay(file, renderConfig(fresh.program), err);
-    if (status == kDone)
-        err << "warning: " << file << ": rcon_password is the launcher's own "
-            << fresh.program.field(mainField("FRCON2")).text()
-            << ", which anyone who has the launcher knows: change it before the server goes public (kscfg set " << file
-            << " rcon_password=...)\n";
-    return status;
+    return writeAndTell(file, renderConfig(fresh.program), false, err);
 }
 
 int runConvert(const Invocation& call, std::ostream&, std::ostream& err) {
@@ -43,7 +37,7 @@ int runConvert(const Invocation& call, std::ostream&, std::ostream& err) {
     FreshProgram fresh(err, call.has("--quiet"));
     for (const std::string& input : call.operands)
         if (!openOrSay(fresh, input, err)) return kFailed;
-    return writeOrSay(output, renderConfig(fresh.program), err);
+    return writeAndTell(output, renderConfig(fresh.program), call.has("--quiet"), err);
 }
 
 int runCommandLine(const Invocation& call, std::ostream& out, std::ostream& err) {
@@ -93,7 +87,8 @@ constexpr CommandSpec kCommands[] = {
      "changed",
      runNew},
     {"convert", "IN...", 1, kAny, kAny, kConvertOptions,
-     "read each IN in turn over the defaults, as the launcher's Open does, and write OUT in the launcher's layout",
+     "read each IN in turn over the defaults, as the launcher's Open does, write OUT in the launcher's layout and "
+     "warn of the values in it that the server takes otherwise than they stand",
      runConvert},
     {"command", "CFG", 1, 1, 1, kCommandOptions,
      "print the command line with which Run would start the server for CFG, read as Open reads it; warn when the "

@@ -5,6 +5,19 @@
 
 namespace ks::cli {
 
+std::vector<Finding> findingsIn(std::string_view bytes, std::ostream& err) {
+    FreshProgram fresh(err, true), reloaded(err, true);
+    return checkConfig(fresh.program, reloaded.program, bytes);
+}
+
+bool servedOtherwise(FindingKind kind) {
+    return kind == FindingKind::NotNumber || kind == FindingKind::OpenQuote || kind == FindingKind::Password;
+}
+
+void warn(const std::string& file, const Finding& finding, std::ostream& err) {
+    err << "warning: " << file << ':' << finding.line << ": " << finding.message << '\n';
+}
+
 std::optional<std::chrono::milliseconds> lockWait(const Invocation& call, std::ostream& err) {
     const std::optional<std::string> seconds = call.value("--wait");
     if (!seconds) return kLockWait;
@@ -28,6 +41,14 @@ int writeOrSay(const std::string& file, std::string_view bytes, std::ostream& er
     if (result.ok) return kDone;
     err << "kscfg: cannot write " << file << ": " << result.error << '\n';
     return kFailed;
+}
+
+int writeAndTell(const std::string& file, std::string_view bytes, bool quiet, std::ostream& err) {
+    const int status = writeOrSay(file, bytes, err);
+    if (status == kDone && !quiet)
+        for (const Finding& finding : findingsIn(bytes, err))
+            if (servedOtherwise(finding.kind)) warn(file, finding, err);
+    return status;
 }
 
 } // namespace ks::cli

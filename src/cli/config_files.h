@@ -2,6 +2,7 @@
 
 #include "cli/arguments.h"
 #include "cli/console_platform.h"
+#include "config/config_check.h"
 #include "config/config_lock.h"
 #include "config/reader.h"
 #include "config/record_reader.h"
@@ -12,6 +13,7 @@
 #include <optional>
 #include <ostream>
 #include <string>
+#include <vector>
 
 namespace ks::cli {
 
@@ -58,6 +60,20 @@ inline bool openOrSay(FreshProgram& fresh, const std::string& file, std::ostream
     if (bytes) openBytes(fresh, file, *bytes, err);
     return bytes.has_value();
 }
+
+// The findings of check for the bytes of a file, read into a launcher as it starts.
+std::vector<Finding> findingsIn(std::string_view bytes, std::ostream& err);
+
+// The kinds of finding about a value that the server takes otherwise than it stands: no number, an open quote,
+// a password that protects nothing.
+bool servedOtherwise(FindingKind kind);
+
+// Writes FILE as writeOrSay does and then, unless quiet, warns of each value in it that the server takes otherwise
+// than it stands, the launcher's own password among them.
+int writeAndTell(const std::string& file, std::string_view bytes, bool quiet, std::ostream& err);
+
+// Tells a finding on the error stream: "warning: FILE:LINE: MESSAGE".
+void warn(const std::string& file, const Finding& finding, std::ostream& err);
 
 // The longest a writer waits for another kscfg that changes the same file, unless --wait says otherwise.
 inline constexpr std::chrono::seconds kLockWait{10};

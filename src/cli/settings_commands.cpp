@@ -31,16 +31,6 @@ const SettingKey* settingNamed(std::string_view key, std::ostream& err) {
     return nullptr;
 }
 
-// The findings of check for the bytes of a file, read into a launcher as it starts.
-std::vector<Finding> findingsIn(std::string_view bytes, std::ostream& err) {
-    FreshProgram fresh(err, true), reloaded(err, true);
-    return checkConfig(fresh.program, reloaded.program, bytes);
-}
-
-void warn(const std::string& file, const Finding& finding, std::ostream& err) {
-    err << "warning: " << file << ':' << finding.line << ": " << finding.message << '\n';
-}
-
 struct Assignment {
     const SettingKey* setting;
     std::string value;
@@ -53,16 +43,7 @@ bool assigns(const std::vector<Assignment>& assignments, std::string_view key) {
 
 // The kinds of finding that tell what a set loses of the old file when it reads it and writes it again.
 bool losesOnRewrite(FindingKind kind) {
-    switch (kind) {
-    case FindingKind::NotNumber:
-    case FindingKind::OpenQuote:
-    case FindingKind::Password:
-    case FindingKind::WorldReadable:
-    case FindingKind::OutsideGameDirectory:
-        return false;
-    default:
-        return true;
-    }
+    return !servedOtherwise(kind) && kind != FindingKind::WorldReadable && kind != FindingKind::OutsideGameDirectory;
 }
 
 // Line numbers as a list: "4, 9, 10 and 12-14".

@@ -240,11 +240,12 @@ private:
         const SettingKey* setting = settingOfField(field);
         if (setting && setting->kind == SettingKind::Number && !isPlainNumber(taken))
             add(number_, FindingKind::NotNumber, key,
-                quotedKey(key) + " " + shown(taken) + " is not a number, and the server reads this setting as one");
+                quotedKey(key) + " takes " + shown(taken) +
+                    ", which is not a number, though the server reads this setting as one");
         else if (!quotesClosed(taken))
             add(number_, FindingKind::OpenQuote, key,
-                quotedKey(key) + " " + shown(taken) +
-                    " opens a double quote that it never closes: the server takes the rest of the line into it");
+                quotedKey(key) + " takes " + shown(taken) +
+                    ", which opens a double quote and never closes it: the server takes the rest of the line into it");
     }
 
     // The server's password for remote commands, when the file gives one.
