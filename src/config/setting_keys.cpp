@@ -93,9 +93,13 @@ const SettingKey* settingOfField(FieldId field) {
 
 std::vector<std::string_view> nearestSettingKeys(std::string_view word, std::size_t most, std::size_t furthest) {
     std::vector<std::pair<std::size_t, std::string_view>> near;
-    for (const SettingKey& setting : allSettings())
+    for (const SettingKey& setting : allSettings()) {
+        // The lengths alone set a floor under the distance: a long word is never near any key.
+        const std::size_t longer = std::max(word.size(), setting.key.size());
+        if (longer - std::min(word.size(), setting.key.size()) > furthest) continue;
         if (const std::size_t distance = editDistance(word, setting.key); distance <= furthest)
             near.emplace_back(distance, setting.key);
+    }
     std::stable_sort(near.begin(), near.end(), [](const auto& a, const auto& b) { return a.first < b.first; });
     std::vector<std::string_view> keys;
     for (std::size_t i = 0; i < near.size() && i < most; ++i)
