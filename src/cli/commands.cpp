@@ -143,8 +143,9 @@ int runHelp(const Invocation& call, std::ostream& out, std::ostream& err) {
         printWrapped(command.summary, 6, out);
     }
     out << "\nCFG and FILE name a Quake II console script (.cfg) in the launcher's layout: CR LF line ends,\n"
-           "237 lines, or 238 with a server IP. KEY is a key as the file names it (kscfg keys lists them).\n"
-           "Options may stand anywhere; -- ends them. kscfg COMMAND --help tells about one command.\n\n";
+           "237 lines, or 238 with a server IP, and behind them the lines set keeps. KEY is a key as the\n"
+           "file names it (kscfg keys lists them). Options may stand anywhere; -- ends them.\n"
+           "kscfg COMMAND --help tells about one command.\n\n";
     printWrapped(kExitStatusHelp, 0, out);
     return kDone;
 }
