@@ -29,7 +29,9 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <optional>
 #include <string_view>
+#include <vector>
 
 using namespace ks;
 using namespace ks::splash;
@@ -135,20 +137,19 @@ bool insideOval(QPointF point) {
 }
 
 // The caption's font, made smaller a quarter point at a time until its ink stays inside its place and inside the
-// round window.
-QFont fittedFont(const Caption& caption, const QString& text) {
+// round window; nothing when it does not fit at 6 points, or leaves no ink at all.
+std::optional<QFont> fittedFont(const Caption& caption, const QString& text) {
     const QRect place(pixels(caption.left), pixels(caption.top), pixels(caption.width), pixels(caption.height));
-    QFont font = captionFont(caption.face);
-    for (; font.pointSizeF() > 6; font.setPointSizeF(font.pointSizeF() - 0.25)) {
+    for (QFont font = captionFont(caption.face); font.pointSizeF() >= 6; font.setPointSizeF(font.pointSizeF() - 0.25)) {
         const QRect ink = inkOf(caption, text, font, place.size());
-        if (ink.isEmpty()) break;
+        if (ink.isEmpty()) return std::nullopt;
         const QRect placed = ink.translated(place.topLeft());
         if (QRect(QPoint(0, 0), place.size()).contains(ink) && insideOval(placed.topLeft()) &&
             insideOval(placed.topRight() + QPoint(1, 0)) && insideOval(placed.bottomLeft() + QPoint(0, 1)) &&
             insideOval(placed.bottomRight() + QPoint(1, 1)))
-            break;
+            return font;
     }
-    return font;
+    return std::nullopt;
 }
 
 QImage drawCaption(const Caption& caption, const QString& text, const QFont& font) {
@@ -235,19 +236,27 @@ int main(int argc, char** argv) {
         if (!save(picture, outDir, place.name)) return 1;
     }
 
-    // Each caption in the largest size that fits; the title and its shadow in one size, the smaller of the two.
+    // Each caption in the largest size that fits; the title and its shadow in one size, the smaller of the two. A
+    // caption that cannot fit its place fails the build rather than showing cut letters.
     const auto textOf = [&version](const Caption& caption) {
         return caption.text.empty() ? version
                                     : QString::fromLatin1(caption.text.data(), qsizetype(caption.text.size()));
     };
+    std::vector<QFont> fonts;
     double titleSize = captionFont(Face::Title).pointSizeF();
-    for (const Caption& caption : kCaptions)
-        if (caption.face == Face::Title)
-            titleSize = std::min(titleSize, fittedFont(caption, textOf(caption)).pointSizeF());
     for (const Caption& caption : kCaptions) {
-        QFont font = fittedFont(caption, textOf(caption));
-        if (caption.face == Face::Title) font.setPointSizeF(titleSize);
-        if (!save(drawCaption(caption, textOf(caption), font), outDir, caption.name)) return 1;
+        const std::optional<QFont> font = fittedFont(caption, textOf(caption));
+        if (!font) {
+            std::fprintf(stderr, "ks_make_splash_pictures: %s does not fit its place\n", caption.name.data());
+            return 1;
+        }
+        fonts.push_back(*font);
+        if (caption.face == Face::Title) titleSize = std::min(titleSize, font->pointSizeF());
+    }
+    for (std::size_t i = 0; i < fonts.size(); ++i) {
+        const Caption& caption = kCaptions[i];
+        if (caption.face == Face::Title) fonts[i].setPointSizeF(titleSize);
+        if (!save(drawCaption(caption, textOf(caption), fonts[i]), outDir, caption.name)) return 1;
     }
     return writeResourceList(outDir) ? 0 : 1;
 }
