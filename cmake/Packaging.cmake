@@ -3,7 +3,7 @@
 # dependencies come from dpkg-shlibdeps (Debian package dpkg-dev).
 
 set(CPACK_PACKAGE_NAME kslaunch)
-set(CPACK_PACKAGE_VERSION 3.11)
+set(CPACK_PACKAGE_VERSION ${PROJECT_VERSION})
 set(CPACK_PACKAGE_VENDOR "Kestrand")
 set(CPACK_PACKAGE_CONTACT "Kestrand Launcher maintainers <bugs@kestrand.example.org>")
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "Kestrand Launcher: settings editor and starter for a Quake II server")

@@ -3,7 +3,6 @@
 #include "forms/main_window.h"
 #include "forms/qt_platform.h"
 #include "forms/splash_screen.h"
-#include "forms/start_ahead.h"
 #include "forms/startup_trace.h"
 #include "frame/program.h"
 #include "session/startup.h"
@@ -36,62 +35,57 @@ void waitForFirstFrame(QWidget& window) {
 
 } // namespace
 
-LauncherStart::LauncherStart(Program& program, QtPlatform* qtPlatform, StartAhead* ahead)
-    : program_(program), qtPlatform_(qtPlatform) {
+LauncherStart::LauncherStart(Program& program, QtPlatform* qtPlatform, std::string fileToOpen)
+    : program_(program), qtPlatform_(qtPlatform), fileToOpen_(std::move(fileToOpen)) {
     // The splash's load step starts its timers and asks for the start sound. The splash is on the screen before
     // anything else is built; the sound starts right after its first frame, so that waking the sound system does
     // not hold the frame back.
-    //
-    // A first frame kept from the last run reaches the screen before the texts are laid out; they are built right
-    // after it, on the same pixels.
     bool startSoundDue = false;
-    std::function<SplashPictures()> pictures = drawSplashPictures;
-    SplashPictureCache::KeptFrame kept;
-    if (ahead) {
-        pictures = [ahead] { return ahead->takeSplashPictures(); };
-        kept = ahead->takeKeptFrame();
-    }
-    splash_ = new SplashScreen(
-        toQt(std::string(kProgramVersionText)), [&startSoundDue] { startSoundDue = true; }, nullptr, pictures, &kept);
+    splash_ = new SplashScreen([&startSoundDue] { startSoundDue = true; });
     connect(splash_, &SplashScreen::finished, this, &LauncherStart::splashEnded);
     splash_->show();
     waitForFirstFrame(*splash_);
-    splash_->finishLoad();
-    kept.image = QImage(); // shown and done with
     if (startSoundDue) program_.playCue("ks4a.wav");
 
     window_ = std::make_unique<MainWindow>(program_);
+    connect(window_.get(), &MainWindow::farewellPlayed, this, [] { QCoreApplication::exit(0); });
     if (qtPlatform_) {
         qtPlatform_->setDialogParent(splash_);
         qtPlatform_->setProgramEnd([this] { window_->leaveProgram(); });
     }
+    loading_ = true;
     loadMainForm(program_);
+    loading_ = false;
     if (qtPlatform_) qtPlatform_->setDialogParent(window_.get());
     // All that is left before the main window shows is the splash's end.
     traceStartupStep("ready");
-    if (ahead)
-        QTimer::singleShot(0, this, [this, ahead, keptLabel = kept.label] { keepSplashFrame(*ahead, keptLabel); });
-}
-
-void LauncherStart::keepSplashFrame(const StartAhead& ahead, const QByteArray& keptLabel) {
-    // A frame under the label of the splash as it stands now looks like it: nothing to keep.
-    if (!splash_ || splash_->frameLabel() == keptLabel) return;
-    const QImage frame = splash_->renderFrame();
-    if (!frame.isNull()) ahead.keepFrame({splash_->frameLabel(), frame});
+    if (endedWhileLoading_) handOver(*endedWhileLoading_);
 }
 
 LauncherStart::~LauncherStart() { delete splash_; }
 
 void LauncherStart::splashEnded(bool byContinue) {
+    // The splash owns the load's message, whose box is still open: it goes once the box has closed.
+    if (loading_)
+        endedWhileLoading_ = byContinue;
+    else
+        handOver(byContinue);
+}
+
+void LauncherStart::handOver(bool byContinue) {
     traceStartupStep("splash-ended");
     splash_->hide();
     splash_->deleteLater();
     splash_ = nullptr;
+    if (byContinue) program_.mainTabs().setCurrent(0);
     window_->show();
-    // The main window takes the keyboard from the splash, also where no window manager hands it on.
+    // The main window takes the keyboard from the splash, also where no window manager hands it on, on the first
+    // field of its tab (showing a window forgets that the keyboard's focus should be shown).
     window_->raise();
     window_->activateWindow();
-    if (byContinue) program_.mainTabs().setCurrent(0);
+    window_->takeKeyboard();
+    if (!fileToOpen_.empty())
+        QTimer::singleShot(0, this, [this] { window_->openConfig(std::exchange(fileToOpen_, {})); });
 }
 
 } // namespace ks

@@ -1,5 +1,7 @@
 #include "forms/look.h"
 
+#include "forms/shield_outline.h"
+
 #include <QFile>
 #include <QFontDatabase>
 #include <QPainter>
@@ -36,17 +38,6 @@ QFont launcherFont(double pointSize, bool bold) {
     font.setPointSizeF(pointSize);
     font.setBold(bold);
     return font;
-}
-
-QPainterPath shieldOutline(qreal s) {
-    QPainterPath shield;
-    shield.moveTo(s * 0.08, s * 0.06);
-    shield.lineTo(s * 0.92, s * 0.06);
-    shield.lineTo(s * 0.92, s * 0.52);
-    shield.quadTo(s * 0.90, s * 0.82, s * 0.5, s * 0.97);
-    shield.quadTo(s * 0.10, s * 0.82, s * 0.08, s * 0.52);
-    shield.closeSubpath();
-    return shield;
 }
 
 namespace {

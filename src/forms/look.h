@@ -5,7 +5,6 @@
 #include <QColor>
 #include <QFont>
 #include <QIcon>
-#include <QPainterPath>
 #include <QRect>
 
 namespace ks {
@@ -21,9 +20,6 @@ QColor toQColor(Colour colour);
 
 // The forms' own font: Tahoma when the machine has it, else the closest narrow sans serif it has.
 QFont launcherFont(double pointSize = 8.25, bool bold = false);
-
-// The launcher's shield in a square of `size`: the window icon's and the splash's emblem.
-QPainterPath shieldOutline(qreal size);
 
 // The window icon, in 16, 32 and 48 pixels.
 QIcon launcherIcon();

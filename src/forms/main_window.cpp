@@ -1,5 +1,6 @@
 #include "forms/main_window.h"
 
+#include "config/reader.h"
 #include "forms/exit_animation.h"
 #include "forms/field_layout.h"
 #include "forms/flags_dialog.h"
@@ -15,6 +16,7 @@
 #include "frame/program.h"
 #include "session/menu.h"
 
+#include <QApplication>
 #include <QCloseEvent>
 #include <QCoreApplication>
 #include <QDateTime>
@@ -37,6 +39,37 @@ constexpr int kClientWidth = 8640;
 constexpr int kClientHeight = 6015;
 constexpr int kStatusTop = 5745;
 constexpr int kPanelMinimum = 1440;
+
+// Passes over what the operator does with mouse and keyboard while the farewell plays.
+class IgnoreInput : public QObject {
+public:
+    using QObject::QObject;
+
+protected:
+    bool eventFilter(QObject*, QEvent* event) override {
+        switch (event->type()) {
+        case QEvent::MouseButtonPress:
+        case QEvent::MouseButtonRelease:
+        case QEvent::MouseButtonDblClick:
+        case QEvent::MouseMove:
+        case QEvent::Wheel:
+        case QEvent::KeyPress:
+        case QEvent::KeyRelease:
+        case QEvent::Shortcut:
+        case QEvent::ShortcutOverride:
+        case QEvent::ContextMenu:
+        case QEvent::TouchBegin:
+        case QEvent::TouchUpdate:
+        case QEvent::TouchEnd:
+        case QEvent::TabletPress:
+        case QEvent::TabletRelease:
+        case QEvent::Drop:
+            return true;
+        default:
+            return false;
+        }
+    }
+};
 
 // The ground the controls stand on: black.
 class Canvas : public QWidget {
@@ -194,18 +227,25 @@ WeaponsDialog* MainWindow::weaponsDialog() {
 }
 
 void MainWindow::openFlagsDialog() {
+    if (leaving_) return;
     program_.playCue("rail.wav");
     flagsDialog()->exec();
 }
 
 void MainWindow::openWeaponsDialog() {
+    if (leaving_) return;
     program_.playCue("bfg.wav");
     weaponsDialog()->exec();
 }
 
 void MainWindow::runCommand(const MenuEntry& entry) {
+    if (leaving_) return;
+    runWithinMemory([&] { runMenuCommand(program_, entry); });
+}
+
+void MainWindow::runWithinMemory(const std::function<void()>& command) {
     try {
-        runMenuCommand(program_, entry);
+        command();
     } catch (const std::bad_alloc&) {
         // A file too large for the machine's memory ends the command, not the launcher.
         program_.platform().messageBox({"There is not enough memory to finish this command.", std::string(kMainCaption),
@@ -213,20 +253,56 @@ void MainWindow::runCommand(const MenuEntry& entry) {
     }
 }
 
+void MainWindow::openConfig(const std::string& path) {
+    if (leaving_) return;
+    runWithinMemory([&] { openConfigFile(program_, path); });
+    takeKeyboard();
+}
+
 void MainWindow::showAbout() {
-    // The splash again, owned by this window and modal, with its whole load step: the start sound too.
-    SplashScreen about(
-        toQt(std::string(kProgramVersionText)), [this] { program_.playCue("ks4a.wav"); }, this);
-    // Continue brings up the first tab; the timer leaves the tab as it was.
-    if (about.exec()) program_.mainTabs().setCurrent(0);
+    if (leaving_) return;
+    {
+        // The splash again, owned by this window and modal, with its whole load step: the start sound too.
+        SplashScreen about([this] { program_.playCue("ks4a.wav"); }, this);
+        // Continue brings up the first tab; the timer leaves the tab as it was.
+        if (about.exec()) program_.mainTabs().setCurrent(0);
+    }
+    // The window takes the keyboard back from the splash, also where no window manager hands it on.
+    activateWindow();
+    takeKeyboard();
+}
+
+void MainWindow::takeKeyboard() {
+    QWidget* page = tabs_->page(tabs_->currentIndex());
+    if (!page) return;
+    // The page's first control in the order of the Tab key that takes the keyboard. The chain runs round the
+    // whole window, so it comes back to the page.
+    for (QWidget* widget = page->nextInFocusChain(); widget && widget != page; widget = widget->nextInFocusChain()) {
+        if (!page->isAncestorOf(widget) || !(widget->focusPolicy() & Qt::TabFocus) || !widget->isEnabled() ||
+            !widget->isVisibleTo(this))
+            continue;
+        // As the Tab key gives it: a text box's text selected, the focus frame drawn on any control.
+        setAttribute(Qt::WA_KeyboardFocusChange);
+        widget->setFocus(Qt::TabFocusReason);
+        return;
+    }
 }
 
 void MainWindow::leaveProgram() {
-    // A second close request during the show changes nothing.
+    // Only the first request counts.
     if (leaving_) return;
     leaving_ = true;
+    qApp->installEventFilter(new IgnoreInput(this));
+    for (int open = 0; open < 8 && QApplication::activePopupWidget(); ++open)
+        QApplication::activePopupWidget()->close();
+    // The show runs from the event loop once the close or the command that asked for it has been handled: a
+    // close still in hand would let a second close destroy the window.
+    QTimer::singleShot(0, this, &MainWindow::playFarewell);
+}
+
+void MainWindow::playFarewell() {
     playExitAnimation(*this, [this] { program_.playCue("ks4a.wav"); });
-    QCoreApplication::exit(0);
+    emit farewellPlayed();
 }
 
 void MainWindow::showEvent(QShowEvent* event) {
@@ -242,9 +318,9 @@ void MainWindow::showEvent(QShowEvent* event) {
 
 void MainWindow::closeEvent(QCloseEvent* event) {
     // The program ends in one place, the platform's end with its show; nothing is saved on the way. The window
-    // stays until then.
+    // stays until then, and a close during the show changes nothing.
     event->ignore();
-    program_.platform().endProgram();
+    if (!leaving_) program_.platform().endProgram();
 }
 
 } // namespace ks

@@ -2,6 +2,9 @@
 
 #include <QMainWindow>
 
+#include <functional>
+#include <string>
+
 class QLabel;
 class QTimer;
 
@@ -31,8 +34,17 @@ public:
     void openWeaponsDialog();
     // Help, About: the splash screen again, modal.
     void showAbout();
-    // The end of the program: the exit animation, then the event loop ends, so everything is torn down in order.
+    // Opens the configuration file as File, Open does once a file is chosen.
+    void openConfig(const std::string& path);
+    // Puts the keyboard on the first field of the tab that shows, with the cue that the keyboard's focus has.
+    void takeKeyboard();
+    // The end of the program: the exit animation, then `farewellPlayed`, on which the start ends the event loop
+    // with status 0, so everything is torn down in order. From the first request on, everything the operator does
+    // is passed over: a second close, the menus and their keys, the buttons. The show runs to its end.
     void leaveProgram();
+
+signals:
+    void farewellPlayed();
 
 protected:
     void closeEvent(QCloseEvent* event) override;
@@ -45,6 +57,8 @@ private:
     void buildStatusBar();
     void updateClock();
     void runCommand(const MenuEntry& entry);
+    void runWithinMemory(const std::function<void()>& command);
+    void playFarewell();
 
     Program& program_;
     RowTabs* tabs_ = nullptr;

@@ -1,288 +1,187 @@
 #include "forms/splash_screen.h"
 
 #include "forms/look.h"
-#include "forms/splash_art.h"
+#include "forms/push_button.h"
+#include "forms/splash_layout.h"
+#include "forms/startup_trace.h"
+#include "frame/program.h"
 
 #include <QCloseEvent>
 #include <QEventLoop>
-#include <QFontMetricsF>
 #include <QGuiApplication>
+#include <QImage>
 #include <QLabel>
 #include <QPainter>
-#include <QPixmap>
 #include <QPointer>
-#include <QPushButton>
 #include <QRegion>
+#include <QResource>
 #include <QScreen>
-#include <QTextLayout>
 #include <QTimer>
 
+#ifdef KS_HAVE_XCB
+#include <QtGui/qguiapplication_platform.h>
+#include <xcb/xcb.h>
+
+#include <cstdlib>
+#endif
+
+#include <iterator>
 #include <utility>
-#include <vector>
 
 namespace ks {
 
 namespace {
 
-// The window's size and every place on it are in twips, 1/1440 inch, turned into pixels by the display's
-// own resolution; the fonts are in points and follow the same resolution, so the two keep their proportion.
-constexpr int kClientWidth = 8520;
-constexpr int kClientHeight = 6420;
-
-constexpr QRgb kBlue = qRgb(0, 0, 255);
-constexpr QRgb kShadowGrey = qRgb(128, 128, 128);
-constexpr QRgb kSilver = qRgb(192, 192, 192);
-constexpr QRgb kLightGrey = qRgb(224, 224, 224);
-
 constexpr int kPictureMs = 2000;
 constexpr int kEndMs = 15000;
 constexpr int kContinueMs = 1000;
 
-// A text never shrinks below this to fit its place.
-constexpr double kSmallestPointSize = 6;
-
-QFont titleFont() {
-    // A rounded face first; without one, a heavy plain sans serif reads closest to it.
-    QFont font;
-    font.setFamilies({QStringLiteral("Arial Rounded MT Bold"), QStringLiteral("Arial Rounded MT"),
-                      QStringLiteral("VAG Rounded"), QStringLiteral("Nunito"), QStringLiteral("Varela Round"),
-                      QStringLiteral("M PLUS Rounded 1c"), QStringLiteral("Arial"), QStringLiteral("Liberation Sans"),
-                      QStringLiteral("DejaVu Sans")});
-    font.setPointSizeF(24);
-    font.setBold(true);
-    return font;
+QRect placeOf(int left, int top, int width, int height) {
+    return QRect(splash::pixels(left), splash::pixels(top), splash::pixels(width), splash::pixels(height));
 }
 
-QFont creditFont(double pointSize, bool underline) {
-    QFont font = launcherFont(pointSize, true);
-    font.setItalic(true);
-    font.setUnderline(underline);
-    return font;
+QString latin1(std::string_view text) { return QString::fromLatin1(text.data(), qsizetype(text.size())); }
+
+// The picture of that name drawn at build time (tools/splash), in place in the program's resources: bare
+// premultiplied pixels of the given size. A picture missing or of another size stays empty.
+QImage drawnPicture(std::string_view name, QSize size) {
+    const QResource resource(QStringLiteral(":/splash/") + latin1(name));
+    const qsizetype rowBytes = qsizetype(size.width()) * 4;
+    if (!resource.isValid() || resource.compressionAlgorithm() != QResource::NoCompression ||
+        resource.size() != rowBytes * size.height())
+        return {};
+    return QImage(resource.data(), size.width(), size.height(), rowBytes, QImage::Format_ARGB32_Premultiplied);
 }
 
-// Where the lines of a label's text stand, wrapped at word boundaries as the label wraps them, in the
-// coordinates of the label: from the top of the capitals to the bottom of the descenders.
-std::vector<QRectF> textLines(const QString& text, const QFont& font, QLabel* label) {
-    QTextLayout layout(text, font, label);
-    QTextOption option(label->alignment() & Qt::AlignHorizontal_Mask);
-    option.setWrapMode(QTextOption::WordWrap);
-    layout.setTextOption(option);
-    std::vector<QRectF> lines;
-    double y = 0;
-    layout.beginLayout();
-    for (QTextLine line = layout.createLine(); line.isValid(); line = layout.createLine()) {
-        line.setLineWidth(label->width());
-        line.setPosition(QPointF(0, y));
-        y += line.height();
-        lines.push_back(line.naturalTextRect());
+// A label that paints a picture drawn at build time: one of the splash's pictures, or a caption, which holds its
+// text like any label.
+class DrawnLabel : public QLabel {
+public:
+    DrawnLabel(std::string_view name, const QString& text, QRect place, QWidget* parent)
+        : QLabel(text, parent), picture_(drawnPicture(name, place.size())) {
+        setObjectName(latin1(name));
+        setGeometry(place);
     }
-    layout.endLayout();
 
-    const QFontMetricsF metrics(font, label);
-    const double overhang = font.italic() ? metrics.ascent() * 0.12 : 0; // a slanted letter leans out
-    const double shift = label->alignment() & Qt::AlignVCenter ? (label->height() - y) / 2 : 0;
-    for (QRectF& line : lines) {
-        const double baseline = line.top() + metrics.ascent();
-        line = QRectF(QPointF(line.left(), baseline - metrics.capHeight() + shift),
-                      QPointF(line.right() + overhang, baseline + metrics.descent() + shift));
+protected:
+    void paintEvent(QPaintEvent*) override {
+        if (!picture_.isNull()) QPainter(this).drawImage(0, 0, picture_);
     }
-    return lines;
-}
 
-bool insideEllipse(QPointF point, QSizeF size) {
-    const double dx = (point.x() - size.width() / 2) / (size.width() / 2);
-    const double dy = (point.y() - size.height() / 2) / (size.height() / 2);
-    return dx * dx + dy * dy <= 1;
-}
+private:
+    QImage picture_;
+};
 
-// Makes the label's font smaller, a quarter point at a time, until its text stays inside the label and inside
-// the round window of `size`, so that no letter is cut off on a machine whose fonts run wider.
-void shrinkToFit(QLabel* label, QSizeF size) {
-    const QRectF room(QPointF(0, 0), label->size());
-    const auto fits = [&](const QFont& font) {
-        for (const QRectF& line : textLines(label->text(), font, label)) {
-            if (line.left() < room.left() || line.right() > room.right() || line.bottom() > room.bottom()) return false;
-            const QRectF placed = line.translated(label->pos());
-            for (const QPointF corner :
-                 {placed.topLeft(), placed.topRight(), placed.bottomLeft(), placed.bottomRight()})
-                if (!insideEllipse(corner, size)) return false;
-        }
-        return true;
-    };
-    QFont font = label->font();
-    while (!fits(font) && font.pointSizeF() > kSmallestPointSize)
-        font.setPointSizeF(font.pointSizeF() - 0.25);
-    label->setFont(font);
+// Whether the window system composes windows, so that a window's transparent pixels show what lies behind it.
+bool windowSystemComposes() {
+#if defined(Q_OS_WIN) || defined(Q_OS_MACOS)
+    return true;
+#else
+    if (QGuiApplication::platformName().startsWith(QLatin1String("wayland"))) return true;
+#ifdef KS_HAVE_XCB
+    // On X11 a compositing manager owns the selection _NET_WM_CM_Sn of its screen.
+    auto* x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
+    if (!x11 || !x11->connection()) return false;
+    xcb_connection_t* connection = x11->connection();
+    int screen = 0;
+    char* host = nullptr;
+    int display = 0;
+    if (xcb_parse_display(nullptr, &host, &display, &screen)) std::free(host);
+    const QByteArray name = "_NET_WM_CM_S" + QByteArray::number(screen);
+    xcb_intern_atom_reply_t* atom = xcb_intern_atom_reply(
+        connection, xcb_intern_atom(connection, 1, std::uint16_t(name.size()), name.constData()), nullptr);
+    const xcb_atom_t selection = atom ? atom->atom : xcb_atom_t(XCB_NONE);
+    std::free(atom);
+    if (selection == XCB_NONE) return false;
+    xcb_get_selection_owner_reply_t* owner =
+        xcb_get_selection_owner_reply(connection, xcb_get_selection_owner(connection, selection), nullptr);
+    const bool composes = owner && owner->owner != XCB_NONE;
+    std::free(owner);
+    return composes;
+#else
+    return false;
+#endif
+#endif
 }
 
 } // namespace
 
-SplashScreen::SplashScreen(const QString& versionText, std::function<void()> playStartSound, QWidget* owner,
-                           std::function<SplashPictures()> pictures, const SplashPictureCache::KeptFrame* keptFrame)
-    : QWidget(owner, Qt::Window | Qt::FramelessWindowHint), versionText_(versionText),
-      picturesSource_(std::move(pictures)) {
+SplashScreen::SplashScreen(std::function<void()> playStartSound, QWidget* owner)
+    : QWidget(owner, Qt::Window | Qt::FramelessWindowHint) {
     setObjectName(QStringLiteral("frmSplash"));
-    if (const QScreen* screen = owner ? owner->screen() : QGuiApplication::primaryScreen()) {
-        twipsPerPixelX_ = 1440.0 / screen->logicalDotsPerInchX();
-        twipsPerPixelY_ = 1440.0 / screen->logicalDotsPerInchY();
-    }
-    QPalette palette = this->palette();
-    palette.setColor(QPalette::Window, Qt::black);
-    setPalette(palette);
-    setAutoFillBackground(true);
-
     shape(owner);
-    const qreal ratio = devicePixelRatioF();
-    // A frame kept under other fonts still serves for the moment until the texts are built.
-    if (keptFrame && keptFrame->label.startsWith(screenLabel() + ' ') && keptFrame->image.size() == size() * ratio) {
-        keptFrame_ = keptFrame->image;
-        keptFrame_.setDevicePixelRatio(ratio);
-    } else {
-        finishLoad();
-    }
+    buildPictures();
+    buildCaptions();
+    buildContinueButton();
     if (playStartSound) playStartSound();
     startTimers();
+    traceStartupStep("splash-loaded");
 }
 
-void SplashScreen::finishLoad() {
-    if (!picturesSource_) return;
-    placePictures();
-    buildLabels(versionText_);
-    showPictures(std::exchange(picturesSource_, nullptr)());
-    buildContinueButton();
-    // Built on a screen that stands already, they show as they would have with it.
-    if (isVisible())
-        for (QWidget* child : findChildren<QWidget*>(Qt::FindDirectChildrenOnly))
-            if (child != continueButton_) child->show();
-    keptFrame_ = QImage();
-}
-
-QByteArray SplashScreen::screenLabel() const {
-    const QScreen* shown = screen();
-    return versionText_.toUtf8() + ' ' + QGuiApplication::platformName().toUtf8() + ' ' +
-           QByteArray::number(devicePixelRatioF()) + ' ' +
-           QByteArray::number(shown ? shown->logicalDotsPerInchX() : 0) + ' ' +
-           QByteArray::number(shown ? shown->logicalDotsPerInchY() : 0);
-}
-
-QByteArray SplashScreen::frameLabel() const {
-    if (picturesSource_) return screenLabel() + " unbuilt";
-    QString fonts;
-    for (const QLabel* label : findChildren<QLabel*>(Qt::FindDirectChildrenOnly)) {
-        if (label->text().isEmpty()) continue;
-        const QFontInfo face(label->font());
-        fonts += face.family() + '/' + face.styleName() + '/' + QString::number(face.pointSizeF()) + '/' +
-                 QString::number(face.weight()) + '/' + QString::number(face.italic()) + '/' +
-                 QString::number(label->font().underline()) + ';';
-    }
-    return screenLabel() + ' ' + QByteArray::number(qHash(fonts), 16);
-}
-
-QImage SplashScreen::renderFrame() {
-    if (picturesSource_ || changedSinceLoad_) return {};
-    return grab().toImage().convertToFormat(QImage::Format_ARGB32_Premultiplied);
-}
-
-void SplashScreen::paintEvent(QPaintEvent*) {
-    if (keptFrame_.isNull()) return;
-    QPainter painter(this);
-    painter.drawImage(0, 0, keptFrame_);
-}
-
-QRect SplashScreen::toPixels(int left, int top, int width, int height) const {
-    return QRect(qRound(left / twipsPerPixelX_), qRound(top / twipsPerPixelY_), qRound(width / twipsPerPixelX_),
-                 qRound(height / twipsPerPixelY_));
-}
-
-void SplashScreen::placePictures() {
-    struct Place {
-        const char* name;
-        int left, top;
-    };
-    // The large picture first, so that everything else lies on it.
-    static constexpr Place kBackdrop{"Image4", 960, -840};
-    static constexpr Place kBanners[] = {{"Image1", 960, 4320}, {"Image2", 960, 4320}, {"Image3", 1080, 4320}};
-    const auto add = [this](const Place& place, QSize size) {
-        auto* picture = new QLabel(this);
-        picture->setObjectName(QLatin1String(place.name));
-        picture->setGeometry(QRect(toPixels(place.left, place.top, 0, 0).topLeft(), size));
-        return picture;
-    };
-    pictures_[3] = add(kBackdrop, QSize(kBackdropSize, kBackdropSize));
-    for (int i = 0; i < 3; ++i)
-        pictures_[i] = add(kBanners[i], QSize(kBannerWidth, kBannerHeight));
-}
-
-void SplashScreen::showPictures(SplashPictures pictures) {
-    pictures_[3]->setPixmap(QPixmap::fromImage(std::move(pictures.backdrop)));
-    for (int i = 0; i < 3; ++i)
-        pictures_[i]->setPixmap(QPixmap::fromImage(std::move(pictures.banners[i])));
-}
-
-QLabel* SplashScreen::addLabel(const char* name, const QString& text, QRgb colour, QRect twips, const QFont& font,
-                               Qt::Alignment alignment) {
-    auto* label = new QLabel(text, this);
-    label->setObjectName(QLatin1String(name));
-    label->setGeometry(toPixels(twips.x(), twips.y(), twips.width(), twips.height()));
-    label->setFont(font);
-    label->setWordWrap(true);
-    label->setAlignment(alignment);
-    QPalette palette = label->palette();
-    palette.setColor(QPalette::WindowText, QColor(colour));
-    label->setPalette(palette);
-    shrinkToFit(label, size());
-    return label;
-}
-
-void SplashScreen::buildLabels(const QString& versionText) {
-    const QString title = QStringLiteral("]{estrand Server Launcher");
-    // The grey shadow first, so that the blue title lies on it. Both stand centred in their places, where the
-    // round edge leaves the most room.
-    const Qt::Alignment centred = Qt::AlignCenter;
-    QLabel* shadow = addLabel("Label6", title, kShadowGrey, QRect(640, 750, 6132, 1332), titleFont(), centred);
-    QLabel* front = addLabel("Label5", title, kBlue, QRect(600, 720, 6132, 1332), titleFont(), centred);
-    // The shadow keeps the size of its title, whichever of the two had to shrink more.
-    const QFont smaller = shadow->font().pointSizeF() < front->font().pointSizeF() ? shadow->font() : front->font();
-    shadow->setFont(smaller);
-    front->setFont(smaller);
-    addLabel("Label7", QStringLiteral("Version"), kSilver, QRect(5040, 1800, 732, 372), launcherFont());
-    addLabel("VERS", versionText, kSilver, QRect(5760, 1800, 732, 252), launcherFont());
-    addLabel("Label1", QStringLiteral("Designed and Programmed by:"), kLightGrey, QRect(1560, 2400, 4572, 492),
-             creditFont(13.5, true));
-    const QFont names = creditFont(15.75, false);
-    addLabel("Label2", QStringLiteral("Orvalt"), kBlue, QRect(1560, 3120, 1332, 492), names);
-    addLabel("Label4", QStringLiteral(" and "), kBlue, QRect(3360, 3480, 972, 492), names);
-    addLabel("Label3", QStringLiteral("Tamsinder"), kBlue, QRect(4440, 3720, 1812, 492), names);
-}
-
-void SplashScreen::buildContinueButton() {
-    continueButton_ = new QPushButton(QStringLiteral("Continue"), this);
-    continueButton_->setObjectName(QStringLiteral("Command1"));
-    continueButton_->setFont(launcherFont(8.25));
-    continueButton_->setGeometry(toPixels(3840, 5280, 1455, 375));
-    continueButton_->setAutoDefault(true); // Enter presses it as well as Space
-    continueButton_->hide();
-    connect(continueButton_, &QPushButton::clicked, this, [this] { end(true); });
-}
+bool SplashScreen::hasSmoothEdge() const { return testAttribute(Qt::WA_TranslucentBackground); }
 
 void SplashScreen::shape(QWidget* owner) {
-    const int width = qRound(kClientWidth / twipsPerPixelX_);
-    const int height = qRound(kClientHeight / twipsPerPixelY_);
-    setFixedSize(width, height);
-    setMask(QRegion(0, 0, width, height, QRegion::Ellipse));
+    const QSize size(splash::kWidthPixels, splash::kHeightPixels);
+    setFixedSize(size);
+    // The window is round: where the window system composes, an oval with a smooth edge on a transparent
+    // window; elsewhere the window itself is cut to the oval, pixel by pixel.
+    if (windowSystemComposes())
+        setAttribute(Qt::WA_TranslucentBackground);
+    else
+        setMask(QRegion(0, 0, size.width(), size.height(), QRegion::Ellipse));
 
     QPoint centre;
     if (owner)
         centre = owner->window()->frameGeometry().center();
     else if (const QScreen* screen = QGuiApplication::primaryScreen())
         centre = screen->geometry().center();
-    move(centre - QPoint(width / 2, height / 2));
+    move(centre - QPoint(size.width() / 2, size.height() / 2));
+}
+
+void SplashScreen::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    if (!hasSmoothEdge()) {
+        painter.fillRect(rect(), Qt::black);
+        return;
+    }
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(Qt::black);
+    painter.drawEllipse(QRectF(rect()));
+}
+
+void SplashScreen::buildPictures() {
+    // The large picture first, so that everything else lies on it; the pictures are cut to the oval already.
+    for (std::size_t i = 0; i < pictures_.size(); ++i) {
+        const splash::PicturePlace& place = splash::kPictures[i];
+        const QRect where(placeOf(place.left, place.top, 0, 0).topLeft(), QSize(place.width, place.height));
+        pictures_[i] = new DrawnLabel(place.name, {}, where, this);
+    }
+}
+
+void SplashScreen::buildCaptions() {
+    for (const splash::Caption& caption : splash::kCaptions) {
+        const std::string_view text = caption.text.empty() ? kProgramVersionText : caption.text;
+        new DrawnLabel(caption.name, latin1(text), placeOf(caption.left, caption.top, caption.width, caption.height),
+                       this);
+    }
+}
+
+void SplashScreen::buildContinueButton() {
+    // Its font is given when it first shows: the first frame has no text to lay out.
+    continueButton_ = new PushButton(QStringLiteral("Continue"), this);
+    continueButton_->setObjectName(QStringLiteral("Command1"));
+    continueButton_->setGeometry(placeOf(3840, 5280, 1455, 375));
+    continueButton_->hide();
+    connect(continueButton_, &QPushButton::clicked, this, [this] { end(true); });
 }
 
 void SplashScreen::startTimers() {
+    // Precise timers: Continue comes no sooner than its second, the end no sooner than its fifteen seconds.
     const auto add = [this](const char* name, int interval, bool singleShot) {
         auto* timer = new QTimer(this);
         timer->setObjectName(QLatin1String(name));
+        timer->setTimerType(Qt::PreciseTimer);
         timer->setInterval(interval);
         timer->setSingleShot(singleShot);
         return timer;
@@ -298,23 +197,21 @@ void SplashScreen::startTimers() {
 }
 
 void SplashScreen::showNextPicture() {
-    // Which of the three banners and the large picture show at each step of the cycle.
-    static constexpr bool kShown[3][4] = {
-        {true, false, false, true}, {false, true, false, false}, {false, false, true, true}};
-    finishLoad(); // in case the kept frame still stood in
-    changedSinceLoad_ = true;
+    // Which pictures show at each step of the cycle, in the order of kPictures: Image4, Image1, Image2, Image3.
+    static constexpr bool kShown[3][std::size(splash::kPictures)] = {
+        {true, true, false, false}, {false, false, true, false}, {true, false, false, true}};
     ++pictureStep_;
-    for (int i = 0; i < 4; ++i)
+    for (std::size_t i = 0; i < pictures_.size(); ++i)
         pictures_[i]->setVisible(kShown[pictureStep_ - 1][i]);
     if (pictureStep_ == 3) pictureStep_ = 0;
 }
 
 void SplashScreen::offerContinue() {
-    finishLoad(); // in case the kept frame still stood in
-    changedSinceLoad_ = true;
     if (!continueButton_->isHidden()) return;
+    continueButton_->setFont(launcherFont(8.25));
     continueButton_->show();
     continueButton_->setFocus();
+    traceStartupStep("continue-offered");
 }
 
 void SplashScreen::end(bool byContinue) {

@@ -45,7 +45,8 @@ void FieldEdit::focusOutEvent(QFocusEvent* event) {
     // Only a move to another control of the form counts as leaving the field; a message box, a menu or
     // another window taking the focus does not.
     const auto reason = event->reason();
-    if (reason == Qt::ActiveWindowFocusReason || reason == Qt::PopupFocusReason) return;
+    if (reason == Qt::ActiveWindowFocusReason || reason == Qt::PopupFocusReason || reason == Qt::MenuBarFocusReason)
+        return;
     field_.validate();
 }
 

@@ -10,9 +10,8 @@
 
 namespace ks {
 
-// The version the launcher shows on its splash screen and `--version` prints.
-inline constexpr double kProgramVersion = 3.11;
-inline constexpr std::string_view kProgramVersionText = "3.11";
+// The version the launcher shows on its splash screen and `--version` prints: the project's version in the build.
+inline constexpr std::string_view kProgramVersionText = KS_VERSION_TEXT;
 
 // One run of the launcher: the platform it runs on, the three forms with every setting at its default from
 // the start (shown or not), the two directory selectors and the little that the run remembers besides.

@@ -47,6 +47,12 @@ private slots:
         QCOMPARE(host->text(), QString::fromLatin1("caf\xe9"));
         typeInto(host, QString::fromLatin1("my \xe9t\xe9"));
         QCOMPARE(launcher.main("FHOSTN").text(), std::string("my \xe9t\xe9"));
+        // The menu bar or a menu taking the keyboard does not leave the field.
+        for (const Qt::FocusReason reason : {Qt::MenuBarFocusReason, Qt::PopupFocusReason}) {
+            QFocusEvent toMenu(QEvent::FocusOut, reason);
+            QApplication::sendEvent(host, &toMenu);
+        }
+        QCOMPARE(launcher.main("FHOSTN").text(), std::string("my \xe9t\xe9"));
         // Leaving a field quotes it; a refused value empties its box after the message.
         auto* deathmatch = launcher.find<QLineEdit>("FDM");
         typeInto(deathmatch, QStringLiteral("5"));

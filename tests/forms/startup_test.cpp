@@ -6,8 +6,11 @@
 #include "forms/splash_screen.h"
 
 #include <QMenuBar>
+#include <QMessageBox>
 #include <QPushButton>
 #include <QScreen>
+#include <QSignalSpy>
+#include <QWindow>
 
 using namespace ks;
 using namespace ks::test;
@@ -21,13 +24,29 @@ struct BeforeStart : Launcher {
 
 const std::string kStartSound = "/opt/kslaunch/ks4a.wav";
 
+// The control that has the keyboard in the window, by name, and whether it shows the keyboard's cue.
+QString keyboardOn(const QWidget& window) {
+    const QWidget* focus = window.focusWidget();
+    if (!focus) return QStringLiteral("nothing");
+    return focus->objectName() + (window.testAttribute(Qt::WA_KeyboardFocusChange) ? "" : " (no cue)");
+}
+
+// The window comes down more than once on its way: it bounces.
+int turnsDown(const std::vector<int>& tops) {
+    int turns = 0;
+    for (std::size_t i = 2; i < tops.size(); ++i)
+        turns += tops[i - 1] > tops[i - 2] && tops[i - 1] > tops[i];
+    return turns;
+}
+
 } // namespace
 
 class StartupTest : public QObject {
     Q_OBJECT
 private slots:
     // The splash stands first; the main window loads unseen behind it, its message over the splash. Continue
-    // shows the first tab, the timer Team Play; the splash is gone with its first end, so nothing comes later.
+    // shows the first tab, the timer Team Play, each with the keyboard on its first field; the splash is gone with
+    // its first end, so nothing comes later. Return then opens no dialog.
     void theSplashStandsWhileTheMainWindowLoadsUnseenAndItsFirstEndChoosesTheTab() {
         for (const bool byContinue : {true, false}) {
             BeforeStart launcher;
@@ -47,10 +66,74 @@ private slots:
                 fire(splash->endTimer());
             QVERIFY(start.splash() == nullptr);
             QVERIFY(start.window().isVisible());
-            QTest::qWait(20);
+            QVERIFY(QTest::qWaitForWindowActive(&start.window()));
             QCOMPARE(launcher.program.mainTabs().current(), byContinue ? 0 : 2);
+            QCOMPARE(keyboardOn(start.window()), byContinue ? QStringLiteral("FHOSTN") : QStringLiteral("FTEAMS"));
+
+            launcher.platform.sounds.clear();
+            QTest::keyClick(start.window().focusWidget(), Qt::Key_Return);
+            QTest::qWait(20);
+            QVERIFY(!QApplication::activeModalWidget());
+            QVERIFY(launcher.platform.sounds.empty());
         }
         QCOMPARE(BeforeStart().program.mainTabs().captions()[2], std::string("Team Play"));
+    }
+
+    // The start-up message belongs to the splash. When the splash's time is up while the message is still open,
+    // the hand-over waits for the answer: the splash, the message's owner, is not torn down under its open box.
+    void theSplashsEndWaitsWhileTheStartUpMessageIsOpen() {
+        TempDir home;
+        const QByteArray oldHome = qgetenv("HOME");
+        qputenv("HOME", QByteArray::fromStdString(home.path().string()));
+        QtPlatform platform;
+        Program program(platform, PathStyle::Linux);
+        connectHandlers(program);
+        bool boxSeen = false;
+        QPointer<SplashScreen> splash;
+        QTimer watch; // looks for the message once the start has shown it
+        watch.callOnTimeout([&] {
+            auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+            if (!box) return;
+            watch.stop();
+            splash = qobject_cast<SplashScreen*>(box->parentWidget());
+            boxSeen = splash && box->windowTitle() == QStringLiteral("No Kestrand Directory");
+            if (splash) fire(splash->endTimer());
+            QTest::qWait(100); // time for anything the end may have left to the event loop
+            QVERIFY(splash && splash->isVisible());
+            box->button(QMessageBox::Ok)->click();
+        });
+        watch.start(10);
+        LauncherStart start(program, &platform);
+        watch.stop();
+        qputenv("HOME", oldHome);
+        if (!boxSeen) QSKIP("this machine has a Kestrand directory where the search looks, so no message came");
+        QVERIFY(start.splash() == nullptr);
+        QTRY_VERIFY(splash.isNull());
+        QVERIFY(start.window().isVisible());
+        QCOMPARE(program.mainTabs().current(), 2);
+    }
+
+    // A file named on the command line is opened once the main window shows, as File, Open opens it: the same
+    // reading, the same message for a file that cannot be read.
+    void aFileFromTheCommandLineOpensAfterTheSplashAsFileOpenDoes() {
+        BeforeStart launcher;
+        const std::string file = launcher.file("set hostname \"Ours\"\r\nset maxclients 12\r\n");
+        launcher.program.field(id::FFile).setText("NONE");
+        {
+            LauncherStart start(launcher.program, nullptr, file);
+            launcher.platform.messages.clear();
+            fire(start.splash()->endTimer());
+            QTRY_COMPARE(launcher.program.field(id::FFile).text(), file);
+            QCOMPARE(launcher.main("FMC").text(), std::string("12"));
+            QCOMPARE(launcher.program.mainTabs().current(), 0);
+            QCOMPARE(launcher.shown(), std::vector<std::string>{kForeignWarning});
+        }
+        BeforeStart missing;
+        LauncherStart start(missing.program, nullptr, "/nowhere/server.cfg");
+        missing.platform.messages.clear();
+        fire(start.splash()->endTimer());
+        QTRY_COMPARE(missing.shown(), std::vector<std::string>{kFileWarning + "There is no such existing file!"});
+        QCOMPARE(missing.program.field(id::FFile).text(), std::string("NONE"));
     }
 
     // About runs the splash's whole load step each time, modal over the main window.
@@ -66,6 +149,7 @@ private slots:
         });
         about->trigger();
         QCOMPARE(launcher.program.mainTabs().current(), 3);
+        QCOMPARE(keyboardOn(*launcher.window), QStringLiteral("FCC1"));
         whenModal([](QWidget* modal) {
             auto* splash = qobject_cast<SplashScreen*>(modal);
             QVERIFY(splash);
@@ -74,6 +158,7 @@ private slots:
         });
         about->trigger();
         QCOMPARE(launcher.program.mainTabs().current(), 0);
+        QCOMPARE(keyboardOn(*launcher.window), QStringLiteral("FHOSTN"));
         QCOMPARE(launcher.platform.sounds,
                  (std::vector<std::string>{kStartSound, kStartSound, "/opt/kslaunch/tab.wav"}));
     }
@@ -95,35 +180,48 @@ private slots:
                  (std::vector<std::string>{"/opt/kslaunch/rail.wav", "/opt/kslaunch/button.wav"}));
     }
 
-    // Closing the window plays the farewell once: the start sound, the fold to a bar that bounces and falls below
-    // the screen. A second close request during the show changes nothing.
-    void closingRunsTheFarewellOnceWhateverElseArrives() {
+    // The farewell runs once to its end however the operator leaves, and nothing that arrives meanwhile disturbs
+    // it: a second close, File, Exit through its menu entry, the File menu's key. It plays the start sound, folds
+    // the window to a bar that bounces and falls below the screen; closing saves nothing and asks nothing.
+    void theFarewellRunsToItsEndWhateverArrivesMeanwhile_data() {
+        QTest::addColumn<bool>("byFileExit");
+        QTest::newRow("the close box") << false;
+        QTest::newRow("File, Exit answered No") << true;
+    }
+    void theFarewellRunsToItsEndWhateverArrivesMeanwhile() {
+        QFETCH(bool, byFileExit);
         WindowLauncher launcher;
         QWidget& window = *launcher.window;
+        QAction* exit = launcher.find<QAction>("mnuFileExit", launcher.window->menuBar());
         launcher.platform.onEnd = [&] { launcher.window->leaveProgram(); };
         launcher.platform.sounds.clear();
+        QSignalSpy played(launcher.window.get(), &MainWindow::farewellPlayed);
         std::vector<int> tops;
         QTimer sampler;
         sampler.callOnTimeout([&] { tops.push_back(window.frameGeometry().top()); });
         sampler.start(5);
-        // During the show the operator closes the window again, then leaves by File, Exit without saving.
-        QTimer::singleShot(200, [&] { window.close(); });
-        QTimer::singleShot(300, [&] {
+        // A close as the window manager asks for it, by the window's close box.
+        const auto closeBox = [&] { QVERIFY(!window.windowHandle()->close()); };
+        QTimer::singleShot(200, &window, closeBox);
+        QTimer::singleShot(300, &window, [&] { exit->trigger(); });
+        QTimer::singleShot(400, &window, [&] { QTest::keyClick(&window, Qt::Key_F, Qt::AltModifier); });
+        if (byFileExit) {
             launcher.platform.messageAnswers.push_back(MessageAnswer::No);
-            exitLauncher(launcher.program);
-        });
-        window.close();
-        // Closing saves nothing and asks nothing: the one question is File, Exit's.
-        QCOMPARE(launcher.platform.endCalls, 2);
+            exit->trigger();
+        } else {
+            closeBox();
+        }
+        QVERIFY(played.wait(60000));
+        QTest::qWait(50);
+        QCOMPARE(played.count(), 1);
+        QCOMPARE(launcher.platform.endCalls, 1);
+        QCOMPARE(launcher.platform.messages.size(), std::size_t(byFileExit ? 1 : 0));
         QCOMPARE(launcher.platform.sounds, std::vector<std::string>{kStartSound});
-        QVERIFY(launcher.platform.dialogs.empty() && launcher.platform.messages.size() == 1);
+        QVERIFY(launcher.platform.dialogs.empty() && !QApplication::activePopupWidget());
+        QVERIFY(window.isVisible() && window.windowHandle()->handle());
         QVERIFY(window.frameGeometry().top() > window.screen()->geometry().bottom());
         QVERIFY(window.width() <= 4000 / 15 + 1);
-        // The window came down more than once on its way: it bounced.
-        int turns = 0;
-        for (std::size_t i = 2; i < tops.size(); ++i)
-            turns += tops[i - 1] > tops[i - 2] && tops[i - 1] > tops[i];
-        QVERIFY2(turns >= 2, qPrintable(QString::number(turns)));
+        QVERIFY2(turnsDown(tops) >= 2, qPrintable(QString::number(turnsDown(tops))));
     }
 };
 

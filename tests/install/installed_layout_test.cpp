@@ -25,6 +25,7 @@ TEST(Installed, EveryFileStandsInItsPlaceAndTheProgramsFindTheirs) {
         "bin/kscfg",
         "share/kslaunch/ks.html",
         "share/applications/kslaunch.desktop",
+        "share/mime/packages/kslaunch.xml",
         "share/icons/hicolor/scalable/apps/kslaunch.svg",
         "share/metainfo/org.example.kestrand.kslaunch.metainfo.xml",
         "share/man/man1/kslaunch.1.gz",

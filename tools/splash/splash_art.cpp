@@ -1,5 +1,6 @@
-#include "forms/splash_art.h"
-#include "forms/look.h"
+#include "splash_art.h"
+
+#include "forms/shield_outline.h"
 
 #include <QFont>
 #include <QFontMetricsF>
@@ -274,24 +275,9 @@ template <class Paint> QImage bannerImage(Paint paint, int fadeDown) {
     return image;
 }
 
-} // namespace
-
-QImage drawBanner(Banner banner) {
-    // The beam and the rocket are light in the dark that fades out all round.
-    switch (banner) {
-    case Banner::RailTrail:
-        return bannerImage(paintRailTrail, 16);
-    case Banner::RocketStreak:
-        return bannerImage(paintRocketStreak, 16);
-    case Banner::NameBand:
-        break;
-    }
-    return drawNameBand(nameBandLetters());
-}
-
+// The mod's name as letters stamped into the steel band.
 QPainterPath nameBandLetters() {
-    QFont font;
-    font.setFamilies({QStringLiteral("Arial Black"), QStringLiteral("Verdana"), QStringLiteral("DejaVu Sans")});
+    QFont font(QStringLiteral("Comfortaa"));
     font.setBold(true);
     font.setPixelSize(28);
     font.setLetterSpacing(QFont::AbsoluteSpacing, 6);
@@ -304,9 +290,20 @@ QPainterPath nameBandLetters() {
     return letters;
 }
 
-QImage drawNameBand(const QPainterPath& letters) {
+} // namespace
+
+QImage drawBanner(Banner banner) {
+    // The beam and the rocket are light in the dark that fades out all round.
+    switch (banner) {
+    case Banner::RailTrail:
+        return bannerImage(paintRailTrail, 16);
+    case Banner::RocketStreak:
+        return bannerImage(paintRocketStreak, 16);
+    case Banner::NameBand:
+        break;
+    }
     // The steel band has edges of its own: only its ends fade out.
-    return bannerImage([&letters](QPainter& painter) { paintNameBand(painter, letters); }, 0);
+    return bannerImage([](QPainter& painter) { paintNameBand(painter, nameBandLetters()); }, 0);
 }
 
 QImage drawBackdrop() {
@@ -314,20 +311,6 @@ QImage drawBackdrop() {
     paintBackdrop(image);
     fadeEdges(image, 56, 56);
     return image;
-}
-
-SplashPictures drawSplashPictures() {
-    SplashPictures pictures;
-    drawMissingPictures(pictures);
-    return pictures;
-}
-
-void drawMissingPictures(SplashPictures& pictures) {
-    if (pictures.backdrop.isNull()) pictures.backdrop = drawBackdrop();
-    for (const Banner banner : {Banner::RailTrail, Banner::RocketStreak, Banner::NameBand}) {
-        QImage& image = pictures.banners[std::size_t(banner)];
-        if (image.isNull()) image = drawBanner(banner);
-    }
 }
 
 } // namespace ks
