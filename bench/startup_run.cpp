@@ -1,7 +1,7 @@
 // Starts one program, times its start from the lines it writes to KS_STARTUP_TRACE (see forms/startup_trace.h)
 // and prints one line of figures:
 //
-//     FIRST_FRAME_MS READY_MS SHOWN_MS PEAK_KB
+//     FIRST_FRAME_MS READY_MS SHOWN_MS PEAK_KB [BETWEEN_MS]
 //
 // FIRST_FRAME_MS: from the start of the process to the first frame of its first window.
 // READY_MS: from the start of the process to the line named by --ready ("frame" by default: the first frame).
@@ -10,8 +10,10 @@
 //           line STEP, which the program writes when the key has taken effect, to that frame. "-" otherwise.
 // PEAK_KB: the peak resident memory (VmHWM) when the program has been held for --hold milliseconds, and at least
 //          a fifth of a second after its last awaited line.
+// BETWEEN_MS: with --between FROM TO, the time from the line FROM to the line TO ("-" when either is missing).
 //
-// Usage: bench_startup_run [--ready STEP] [--press-return NAME --after STEP] [--hold MS] PROGRAM [ARGUMENT...]
+// Usage: bench_startup_run [--ready STEP] [--press-return NAME --after STEP] [--hold MS] [--between FROM TO]
+//                          PROGRAM [ARGUMENT...]
 // The program is ended by SIGTERM afterwards. Linux only.
 
 #include <poll.h>
@@ -113,6 +115,7 @@ void stop(pid_t pid) {
 int main(int argc, char** argv) {
     std::string readyStep = "frame";
     std::string pressFor, pressTakes;
+    std::string betweenFrom, betweenTo;
     auto hold = std::chrono::milliseconds(1500);
     int arg = 1;
     for (; arg < argc && argv[arg][0] == '-'; ++arg) {
@@ -126,11 +129,15 @@ int main(int argc, char** argv) {
             pressTakes = argv[++arg];
         else if (option == "--hold")
             hold = std::chrono::milliseconds(std::atoi(argv[++arg]));
-        else
+        else if (option == "--between" && arg + 2 < argc) {
+            betweenFrom = argv[++arg];
+            betweenTo = argv[++arg];
+        } else
             fail("unknown option " + option);
     }
     if (arg >= argc || pressFor.empty() != pressTakes.empty())
-        fail("usage: bench_startup_run [--ready STEP] [--press-return NAME --after STEP] [--hold MS] PROGRAM...");
+        fail("usage: bench_startup_run [--ready STEP] [--press-return NAME --after STEP] [--hold MS] "
+             "[--between FROM TO] PROGRAM...");
 
     int trace[2];
     if (::pipe(trace) != 0) fail("no pipe");
@@ -151,7 +158,7 @@ int main(int argc, char** argv) {
 
     TraceReader reader(trace[0]);
     const Clock::time_point giveUp = started + kGiveUp;
-    std::optional<long long> firstFrame, ready, took, shown;
+    std::optional<long long> firstFrame, ready, took, shown, from, to;
     Clock::time_point nextPress = Clock::time_point::max(); // none due
     while (!ready || (!pressFor.empty() && !shown)) {
         const Clock::time_point deadline = std::min(nextPress, giveUp);
@@ -182,6 +189,8 @@ int main(int argc, char** argv) {
             if (!pressFor.empty()) nextPress = started + std::chrono::nanoseconds(at - start) + kFirstPress;
         }
         if (step == readyStep && !ready) ready = at;
+        if (step == betweenFrom && !from) from = at;
+        if (step == betweenTo && !to) to = at;
         if (step == pressTakes && !took) took = at;
         if (step == "frame" && name == pressFor && took && !shown) {
             shown = at;
@@ -200,6 +209,13 @@ int main(int argc, char** argv) {
         std::printf("%.2f ", milliseconds(*took, *shown));
     else
         std::printf("- ");
-    std::printf("%ld\n", peak);
+    std::printf("%ld", peak);
+    if (!betweenFrom.empty()) {
+        if (from && to)
+            std::printf(" %.2f", milliseconds(*from, *to));
+        else
+            std::printf(" -");
+    }
+    std::printf("\n");
     return 0;
 }
