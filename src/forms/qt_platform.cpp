@@ -52,6 +52,13 @@ std::string QtPlatform::programPath() {
 SoundOutput* QtPlatform::soundOutput() {
     // Without the module the launcher stays silent, as on a machine without a sound device.
     if (!std::exchange(soundSearched_, true)) {
+#ifdef Q_OS_LINUX
+        // Without a session's runtime directory the sound server's client library would keep its runtime link
+        // under ~/.config/pulse; the launcher keeps nothing under HOME, so the link goes where Qt keeps its own.
+        if (qEnvironmentVariableIsEmpty("XDG_RUNTIME_DIR") && qEnvironmentVariableIsEmpty("PULSE_RUNTIME_PATH"))
+            qputenv("PULSE_RUNTIME_PATH", QFile::encodeName(QStandardPaths::writableLocation(
+                                              QStandardPaths::RuntimeLocation)));
+#endif
         for (const QString& file : soundModuleFiles(QCoreApplication::applicationDirPath())) {
             sound_ = qobject_cast<SoundOutput*>(QPluginLoader(file).instance());
             if (sound_) break;
