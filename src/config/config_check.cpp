@@ -84,11 +84,13 @@ std::size_t endOf(std::string_view text, std::string_view word) {
     return static_cast<std::size_t>(word.data() - text.data()) + word.size();
 }
 
-std::string shown(std::string_view value) {
-    return value.empty() ? std::string("the empty text") : "`" + std::string(value) + "`";
+std::string quotedKey(std::string_view key) {
+    std::string quoted(1, '`');
+    quoted.append(key).push_back('`');
+    return quoted;
 }
 
-std::string quotedKey(std::string_view key) { return "`" + std::string(key) + "`"; }
+std::string shown(std::string_view value) { return value.empty() ? std::string("the empty text") : quotedKey(value); }
 
 std::string_view readKeyOf(const SettingKey& setting) {
     for (const KeyReadOtherwise& other : kKeysReadOtherwise)

@@ -74,15 +74,15 @@ void TabControl::setCurrent(int index) {
     runAll(change_);
 }
 
-bool Selector::show(std::string text) {
+bool Selector::show(const std::string& text) {
     if (text == text_) return false;
-    text_ = std::move(text);
+    text_ = text;
     views_.notify();
     return true;
 }
 
-bool Selector::choose(std::string text) {
-    if (!show(std::move(text))) return false;
+bool Selector::choose(const std::string& text) {
+    if (!show(text)) return false;
     runAll(choice_);
     return true;
 }

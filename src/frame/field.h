@@ -120,8 +120,8 @@ public:
     const std::string& text() const { return text_; }
 
     // Both give whether the text changed; the same text runs nothing.
-    bool show(std::string text);
-    bool choose(std::string text);
+    bool show(const std::string& text);
+    bool choose(const std::string& text);
 
     Observers::Id addView(Observers::Callback view) { return views_.add(std::move(view)); }
     void removeView(Observers::Id id) { views_.remove(id); }
