@@ -322,11 +322,10 @@ private:
             return true;
         }
         const FieldRow* row = fieldRowOf(reach.field);
-        const std::optional<RangeRule> rule = row ? rangeRuleOf(*row) : std::nullopt;
-        if (!rule || rangeAccepts(*rule, reach.value)) return false;
+        if (!row || !row->range.any() || rangeAccepts(row->range, reach.value)) return false;
         add(number_, FindingKind::Refused, key,
-            quotedKey(key) + " " + shown(reach.value) + " is refused (" + std::string(rule->title) + ": " +
-                std::string(rule->text) + "): the launcher shows this message while it opens the file and " +
+            quotedKey(key) + " " + shown(reach.value) + " is refused (" + std::string(row->range.title) + ": " +
+                std::string(row->range.text) + "): the launcher shows this message while it opens the file and " +
                 (reach.field.form == FormId::Main ? "leaves the field empty" : "keeps the value"));
         return true;
     }

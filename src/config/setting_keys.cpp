@@ -28,8 +28,6 @@ SettingKind kindOf(const FieldRow& row) {
         return SettingKind::Address;
     case ValueKind::Switch:
     case ValueKind::Number:
-    case ValueKind::HookColour:
-    case ValueKind::VooshMode:
         return SettingKind::Number;
     default:
         return SettingKind::Text;

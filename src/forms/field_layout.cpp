@@ -136,7 +136,7 @@ private:
                 if (extras_.checks[c].nearField == entry.name) line->addWidget(new CheckView(form_.check(c)));
             fieldCell = cell;
         }
-        if (isShortKind(entry.kind)) {
+        if (entry.width == BoxWidth::Short) {
             edit->setFixedWidth(kShortWidth);
             grid->addWidget(fieldCell, row, 1, Qt::AlignLeft);
         } else {
@@ -186,11 +186,6 @@ private:
 };
 
 } // namespace
-
-bool isShortKind(ValueKind kind) {
-    return kind == ValueKind::Switch || kind == ValueKind::Number || kind == ValueKind::HookColour ||
-           kind == ValueKind::VooshMode;
-}
 
 std::vector<QVBoxLayout*> layOutFields(QWidget* page, Form& form, std::span<const FieldRow> rows, int tab,
                                        const ColumnPlan& plan, const PageExtras& extras) {

@@ -39,7 +39,4 @@ inline constexpr int kAnyTab = -2;
 std::vector<QVBoxLayout*> layOutFields(QWidget* page, Form& form, std::span<const FieldRow> rows, int tab,
                                        const ColumnPlan& plan, const PageExtras& extras = {});
 
-// A short box for a switch or a number; a long one for texts, paths and addresses.
-bool isShortKind(ValueKind kind);
-
 } // namespace ks

@@ -23,12 +23,10 @@ struct CheckId {
     friend constexpr bool operator==(CheckId, CheckId) = default;
 };
 
-// What a field's text means, and so which rule applies to it.
+// What a field's text means, and so how it is quoted and whether the server reads a number there.
 enum class ValueKind {
     Switch,      // 0 or 1
-    Number,      // any text; no rule
-    HookColour,  // 0 to 8
-    VooshMode,   // 0 to 9
+    Number,      // a number, with or without a range
     QuotedText,  // trailing blanks go and double quotes come round it when the focus leaves
     QuotedModel, // only the double quotes come round it when the focus leaves
     Path,        // filled by the directory selectors, "NONE" while unset
@@ -39,8 +37,30 @@ enum class ValueKind {
 // The field stands above the tab control rather than on a tab.
 inline constexpr int kAboveTabs = -1;
 
+// The values a field accepts: the leading number of its text from `lowest` to `highest`, bounds included, whole
+// or not. A value outside brings up the message `text` under the title `title`.
+struct Range {
+    double lowest = 0;
+    double highest = -1; // below `lowest`: the field has no range
+    std::string_view title = {};
+    std::string_view text = {};
+    constexpr bool any() const { return lowest <= highest; }
+};
+
+inline constexpr std::string_view kZeroOrOne = "Must be 0 or 1";
+
+// The range of a switch, with the title of its message.
+constexpr Range zeroOrOne(std::string_view title) { return {0, 1, title, kZeroOrOne}; }
+
+// How wide a field's box is: a short box for a number, one as wide as its column for a text.
+enum class BoxWidth { Short, Column };
+
+constexpr BoxWidth boxWidthOf(ValueKind kind) {
+    return kind == ValueKind::Switch || kind == ValueKind::Number ? BoxWidth::Short : BoxWidth::Column;
+}
+
 // One setting: its control name, its key in the file, default, label, tool tip, the tab and frame it stands
-// in, and for a field with a range its message when a value lies outside.
+// in, its kind, its range when it has one, and the width of its box (by its kind unless the row says).
 struct FieldRow {
     std::string_view name;
     std::string_view key;
@@ -50,8 +70,8 @@ struct FieldRow {
     int tab;
     ValueKind kind;
     std::string_view group; // caption of the frame the field stands in, or empty
-    std::string_view ruleTitle = {};
-    std::string_view ruleText = {};
+    Range range = {};
+    BoxWidth width = boxWidthOf(kind);
 };
 
 // One check box of a flag group with its item field, which holds its bit value or "0".
@@ -108,8 +128,6 @@ inline constexpr std::string_view kUnset = "NONE";
 // True for the empty text and "NONE": no value has been given.
 constexpr bool isUnset(std::string_view text) { return text.empty() || text == kUnset; }
 
-inline constexpr std::string_view kZeroOrOne = "Must be 0 or 1";
-
 inline constexpr std::string_view kMainCaption = "]{estrand Launcher";
 inline constexpr std::string_view kFlagsCaption = "Weapons Flags/Item Flags";
 inline constexpr std::string_view kWeaponsCaption =
@@ -139,58 +157,58 @@ inline constexpr std::string_view kDirectorySelectorTip = "The MOD or game direc
 // clang-format off
 inline constexpr FieldRow kMainFieldRows[] = {
     {"FHOSTN", "hostname", "hostname", "Hostname", "This is the name reported to Quake Master Servers used to report your server to the Quake World", 0, ValueKind::QuotedText, ""},
-    {"FDM", "deathmatch", "1", "Deathmatch", "1 - DeathMatch, 0 - Off", 0, ValueKind::Switch, "", "DeathMatch, Off or On", kZeroOrOne},
-    {"FPUBLIC", "public", "1", "Public", "1 - Makes your server availble for the world to see, 0 - Off", 0, ValueKind::Switch, "", "Public, Off or On", kZeroOrOne},
+    {"FDM", "deathmatch", "1", "Deathmatch", "1 - DeathMatch, 0 - Off", 0, ValueKind::Switch, "", zeroOrOne("DeathMatch, Off or On")},
+    {"FPUBLIC", "public", "1", "Public", "1 - Makes your server availble for the world to see, 0 - Off", 0, ValueKind::Switch, "", zeroOrOne("Public, Off or On")},
     {"FMC", "maxclients", "16", "Max Clients", "Maximum number of Players / Clients to allow", 0, ValueKind::Number, ""},
-    {"FDS", "dedicated", "1", "Dedicated", "1 - Dedicated server, 0 - Listen Server", 0, ValueKind::Switch, "", "Dedicated, Off or On", kZeroOrOne},
+    {"FDS", "dedicated", "1", "Dedicated", "1 - Dedicated server, 0 - Listen Server", 0, ValueKind::Switch, "", zeroOrOne("Dedicated, Off or On")},
     {"FFGL1", "fraglimit", "25", "Fraglimit", "Number of Frags a person will have to get to invoke the next level", 0, ValueKind::Number, ""},
     {"FTT1", "timelimit", "10", "Timelimit", "Number in Minutes for each level to run", 0, ValueKind::Number, ""},
     {"FPORT", "port", "27910", "Port", "Port for Quake II to start this game on", 0, ValueKind::Number, ""},
-    {"FAD1", "allow_download", "1", "Allow Downloads", "1 - Allow Clients to Download support files like PICs textures etc., 0 - Off ", 0, ValueKind::Switch, "Download Options", "Allow Downloads, Off or On", kZeroOrOne},
-    {"FAD2", "allow_download_maps", "1", "Allow Map Downloads", "1 - Allow connecting players to Download maps, 0 - Off", 0, ValueKind::Switch, "Download Options", "Allow Map Downloads, Off or On", kZeroOrOne},
-    {"FAD3", "allow_downloads_models", "1", "Allow Model Downloads", "1 - Allow connecting players to download models, 0 - Off", 0, ValueKind::Switch, "Download Options", "Allow Download of Models, Off or On", kZeroOrOne},
-    {"FAD4", "allow_downloads_players", "1", "Allow Player Downloads", "1 -Allow connecting Players to download skins, 0 - Off", 0, ValueKind::Switch, "Download Options", "Allow Download of Players, Off or On", kZeroOrOne},
-    {"FAD5", "allow_download_sounds", "1", "Allow Sound Downloads", "1 - Allow Clients to Download sound files, 0 - Off", 0, ValueKind::Switch, "Download Options", "Allow Download of Sounds, Off or On", kZeroOrOne},
+    {"FAD1", "allow_download", "1", "Allow Downloads", "1 - Allow Clients to Download support files like PICs textures etc., 0 - Off ", 0, ValueKind::Switch, "Download Options", zeroOrOne("Allow Downloads, Off or On")},
+    {"FAD2", "allow_download_maps", "1", "Allow Map Downloads", "1 - Allow connecting players to Download maps, 0 - Off", 0, ValueKind::Switch, "Download Options", zeroOrOne("Allow Map Downloads, Off or On")},
+    {"FAD3", "allow_downloads_models", "1", "Allow Model Downloads", "1 - Allow connecting players to download models, 0 - Off", 0, ValueKind::Switch, "Download Options", zeroOrOne("Allow Download of Models, Off or On")},
+    {"FAD4", "allow_downloads_players", "1", "Allow Player Downloads", "1 -Allow connecting Players to download skins, 0 - Off", 0, ValueKind::Switch, "Download Options", zeroOrOne("Allow Download of Players, Off or On")},
+    {"FAD5", "allow_download_sounds", "1", "Allow Sound Downloads", "1 - Allow Clients to Download sound files, 0 - Off", 0, ValueKind::Switch, "Download Options", zeroOrOne("Allow Download of Sounds, Off or On")},
     {"QDIR", "qdir", "NONE", "Quake2 Directory", "This is the Quake2 directory this program will use when trying to start this server, selected by the controls on the right", 0, ValueKind::Path, ""},
     {"FGD", "game_dir", "NONE", "Game Directory", "The Mod or game Name selected by the controls to the right", 0, ValueKind::Path, ""},
     {"IP", "IP", "", "Servers IP", "IP address for multiple IP machines", 0, ValueKind::Address, ""},
     {"FSM", "map", "q2dm1", "Starting Map", "The starting map", 0, ValueKind::FreeText, ""},
-    {"FLOGF", "logfile", "1", "Logfile", "1 - Use standard logging, 0 - No logging", 0, ValueKind::Switch, "", "Make Frag Stats Log, Off or On", kZeroOrOne},
-    {"FLOGS", "stdlogfile", "1", "STD LOGFILE", "1 - Use the Standard log format, 0 - Uses Nonstandard", 0, ValueKind::Switch, "", "Frag Stats Standard Type Log, Off or On", kZeroOrOne},
+    {"FLOGF", "logfile", "1", "Logfile", "1 - Use standard logging, 0 - No logging", 0, ValueKind::Switch, "", zeroOrOne("Make Frag Stats Log, Off or On")},
+    {"FLOGS", "stdlogfile", "1", "STD LOGFILE", "1 - Use the Standard log format, 0 - Uses Nonstandard", 0, ValueKind::Switch, "", zeroOrOne("Frag Stats Standard Type Log, Off or On")},
     {"FLOGN", "stdlogname", "\"kestrand/StdLog.log\"", "STD LOGNAME", "File name under Quake2 to write the Logging file", 0, ValueKind::QuotedText, ""},
     {"FRCON2", "rcon_password", "hushmarker", "RCON Password", "The remote console password you wish to use, blank or \"\" = NONE", 0, ValueKind::QuotedText, ""},
     {"FMS3", "setmaster", "q2master.example.net 192.0.2.10", "Master Server", "Master servers to report you server to", 0, ValueKind::FreeText, ""},
-    {"FAV", "allow_vote", "1", "Allow Voting", "1 - Allows users to vote on game settings, 0 - Off", 1, ValueKind::Switch, "", "Allow users to vote, Off or On", kZeroOrOne},
-    {"FGR", "ogl", "0", "OGL Rules", "1 - OGL Standard rules apply, 0 - Off ", 1, ValueKind::Switch, "", "Online Gamers League(OGL), Off or On", kZeroOrOne},
+    {"FAV", "allow_vote", "1", "Allow Voting", "1 - Allows users to vote on game settings, 0 - Off", 1, ValueKind::Switch, "", zeroOrOne("Allow users to vote, Off or On")},
+    {"FGR", "ogl", "0", "OGL Rules", "1 - OGL Standard rules apply, 0 - Off ", 1, ValueKind::Switch, "", zeroOrOne("Online Gamers League(OGL), Off or On")},
     {"FMT", "matchtime", "20", "Matchtime", "The Length in minutes of a Match", 1, ValueKind::Number, ""},
     {"FCT", "ltime", "30", "Countdown", "The length in seconds that everyone is in limbo at the start of a new map or match", 1, ValueKind::Number, ""},
-    {"FOE", "allow_earthquakes", "0", "Allow Earthquakes", "1 - Allows random earthquakes, 0 - Off", 1, ValueKind::Switch, "", "Allow Random EarthQuakes, Off or On", kZeroOrOne},
-    {"FAF", "allow_flashlight", "1", "Allow Flashlights", "1 - Allows players to use the flashlight, 0 - Off", 1, ValueKind::Switch, "", "Allow use of Flashlights, Off or On", kZeroOrOne},
-    {"FR", "runes", "0", "Runes", "1 - Tech runes on, 0 - Off", 1, ValueKind::Switch, "", "Runes, Off or On", kZeroOrOne},
-    {"FPS", "play_song", "1", "Play Song", "1 Plays the intro song on player connect, 0 - Off", 1, ValueKind::Switch, "", "Play Song at Connect, Off or On", kZeroOrOne},
+    {"FOE", "allow_earthquakes", "0", "Allow Earthquakes", "1 - Allows random earthquakes, 0 - Off", 1, ValueKind::Switch, "", zeroOrOne("Allow Random EarthQuakes, Off or On")},
+    {"FAF", "allow_flashlight", "1", "Allow Flashlights", "1 - Allows players to use the flashlight, 0 - Off", 1, ValueKind::Switch, "", zeroOrOne("Allow use of Flashlights, Off or On")},
+    {"FR", "runes", "0", "Runes", "1 - Tech runes on, 0 - Off", 1, ValueKind::Switch, "", zeroOrOne("Runes, Off or On")},
+    {"FPS", "play_song", "1", "Play Song", "1 Plays the intro song on player connect, 0 - Off", 1, ValueKind::Switch, "", zeroOrOne("Play Song at Connect, Off or On")},
     {"FPIS", "intro_song", "\"misc/ks.wav\"", "Song Name", "The name under the MOD directory of the file name to play", 1, ValueKind::QuotedText, ""},
-    {"FSI", "save_info", "1", "Save Client Info", "1 - Allows disconnected players to reclaim their prior Team and frags on reconnect, 0 = Off", 1, ValueKind::Switch, "", "Save Disconnected Players Info, Off or On", kZeroOrOne},
+    {"FSI", "save_info", "1", "Save Client Info", "1 - Allows disconnected players to reclaim their prior Team and frags on reconnect, 0 = Off", 1, ValueKind::Switch, "", zeroOrOne("Save Disconnected Players Info, Off or On")},
     {"FD1", "day", "0", "Day", "Number in seconds that Day turns to night (Lighting effect) 0 = Off", 1, ValueKind::Number, ""},
-    {"FBP1", "sv_backpack", "1", "Backpacks", "1 - Fragged players leave a BackPack with all their items, 0 - Off", 1, ValueKind::Switch, "", "Killed players Leave BackPacks, Off or On", kZeroOrOne},
+    {"FBP1", "sv_backpack", "1", "Backpacks", "1 - Fragged players leave a BackPack with all their items, 0 - Off", 1, ValueKind::Switch, "", zeroOrOne("Killed players Leave BackPacks, Off or On")},
     {"FRP1", "resp_protect", "5", "Respawn Protection", "Number in seconds that a player is protected from damage when spawning", 1, ValueKind::Number, ""},
-    {"FP1", "protect_names", "1", "Clients Protect Names", "1 - Allows users to password protect their playing name, 0 - Off", 1, ValueKind::Switch, "", "Allow Users to Protect Names, Off or On", kZeroOrOne},
-    {"FHS1", "highscores", "1", "Display Highscores", "1 - Records and displays high scores at the end of each map, 0 - Off", 1, ValueKind::Switch, "", "Show High Scores, Off or On", kZeroOrOne},
+    {"FP1", "protect_names", "1", "Clients Protect Names", "1 - Allows users to password protect their playing name, 0 - Off", 1, ValueKind::Switch, "", zeroOrOne("Allow Users to Protect Names, Off or On")},
+    {"FHS1", "highscores", "1", "Display Highscores", "1 - Records and displays high scores at the end of each map, 0 - Off", 1, ValueKind::Switch, "", zeroOrOne("Show High Scores, Off or On")},
     {"FRATE", "maxrate", "10000", "Max Server Rate", "Max update Rate for the server to use, keeps LPBs from sucking all the band width", 1, ValueKind::Number, ""},
     {"FS", "shock", "50", "Shock", "Any number, the higher the more items get blown around the map", 1, ValueKind::Number, ""},
-    {"FAM", "admenu", "1", "Admin Menus", "1 - Allows remote Administrators to use Admin Menus, 0 - Off", 1, ValueKind::Switch, "", "Allow, Admin Menus for Remote Operators, Off or On", kZeroOrOne},
-    {"FLO1", "lights_out", "1", "Lights out!", "1 - Allows Operators to turn lights on or off, 0 = Off", 1, ValueKind::Switch, "", "Allow Lights Out, Off or On", kZeroOrOne},
+    {"FAM", "admenu", "1", "Admin Menus", "1 - Allows remote Administrators to use Admin Menus, 0 - Off", 1, ValueKind::Switch, "", zeroOrOne("Allow, Admin Menus for Remote Operators, Off or On")},
+    {"FLO1", "lights_out", "1", "Lights out!", "1 - Allows Operators to turn lights on or off, 0 = Off", 1, ValueKind::Switch, "", zeroOrOne("Allow Lights Out, Off or On")},
     {"FF1", "flies", "25", "Flies", "When a players health falls below this level he will have flies", 1, ValueKind::Number, ""},
-    {"FCTF", "ctf", "0", "CTF", "1 - CTF mode On, 0 - Off", 1, ValueKind::Switch, "CTF Settings", "CTF off or on", kZeroOrOne},
+    {"FCTF", "ctf", "0", "CTF", "1 - CTF mode On, 0 - Off", 1, ValueKind::Switch, "CTF Settings", zeroOrOne("CTF off or on")},
     {"FCL", "capturelimit", "10", "CTF Capture Limit", "Flag Capture Limit by Team", 1, ValueKind::Number, "CTF Settings"},
-    {"FH1", "hook", "1", "Hook", "1 - Allows the use of Hook, 0 = Off", 1, ValueKind::Switch, "Hook Settings", "Laser Grapple, Off or On", kZeroOrOne},
+    {"FH1", "hook", "1", "Hook", "1 - Allows the use of Hook, 0 = Off", 1, ValueKind::Switch, "Hook Settings", zeroOrOne("Laser Grapple, Off or On")},
     {"FHFS1", "hook_forward", "850", "Hook Forward Speed", "How fast the hook shoots forward", 1, ValueKind::Number, "Hook Settings"},
     {"FHPS2", "hook_pull", "350", "Hook Pull Speed", "How fast the hook pulls a person", 1, ValueKind::Number, "Hook Settings"},
     {"FHD1", "hook_dmg", "10", "Hook Damage", "Number of Points Damage when HOOK hits a player", 1, ValueKind::Number, "Hook Settings"},
-    {"FHC1", "hook_color", "5", "Hook Color", "Hook Color", 1, ValueKind::HookColour, "Hook Color", "Laser Grapple ColorAllow, 1 - 8", "Must be 0 - 8"},
-    {"FRH1", "resethook", "1", "Reset Hook", "1 - Reset HOOK on player contact, 0 - Off", 1, ValueKind::Switch, "Hook Settings", "Reset Hook on player contact, Off or On", kZeroOrOne},
-    {"FSH", "sky_hook", "1", "Sky Hook", "1 - Allows Clients to Hook the Sky, 0 - Off", 1, ValueKind::Switch, "Hook Settings", "Grapple the Sky, Off or On", kZeroOrOne},
-    {"FTEAMS", "teams", "1", "Teamplay", "1 - Teamplay on, 0 - FFA", 2, ValueKind::Switch, "", "Team Play, Off or On", kZeroOrOne},
-    {"FMM", "match", "0", "Match", "1 - Match Play, 0 - Off", 2, ValueKind::Switch, "", "Match Play, Off or On", kZeroOrOne},
+    {"FHC1", "hook_color", "5", "Hook Color", "Hook Color", 1, ValueKind::Number, "Hook Color", {0, 8, "Laser Grapple ColorAllow, 1 - 8", "Must be 0 - 8"}},
+    {"FRH1", "resethook", "1", "Reset Hook", "1 - Reset HOOK on player contact, 0 - Off", 1, ValueKind::Switch, "Hook Settings", zeroOrOne("Reset Hook on player contact, Off or On")},
+    {"FSH", "sky_hook", "1", "Sky Hook", "1 - Allows Clients to Hook the Sky, 0 - Off", 1, ValueKind::Switch, "Hook Settings", zeroOrOne("Grapple the Sky, Off or On")},
+    {"FTEAMS", "teams", "1", "Teamplay", "1 - Teamplay on, 0 - FFA", 2, ValueKind::Switch, "", zeroOrOne("Team Play, Off or On")},
+    {"FMM", "match", "0", "Match", "1 - Match Play, 0 - Off", 2, ValueKind::Switch, "", zeroOrOne("Match Play, Off or On")},
     {"FTN1", "team1name", "\"Rail_Hoes\"", "Team Name", "Team 1 Name - No spaces please", 2, ValueKind::QuotedText, "Team 1"},
     {"FTM1", "team1model", "\"female/\"", "Team Model", "Team 1 Model, don't forget a trailing Backslash", 2, ValueKind::QuotedModel, "Team 1"},
     {"FTS1", "team1skin", "\"athena\"", "Team Skin", "Team 1 Skin", 2, ValueKind::QuotedText, "Team 1"},
@@ -198,34 +216,34 @@ inline constexpr FieldRow kMainFieldRows[] = {
     {"FTM2", "team2model", "\"male/\"", "Team Model", "Team 2 Model, don't foget the trailing Backslash", 2, ValueKind::QuotedModel, "Team 2"},
     {"FTS2", "team2skin", "\"grunt\"", "Team Skin", "Team 2 Skin", 2, ValueKind::QuotedText, "Team 2"},
     {"FTL", "loser", "\"kicked the living crap out of\"", "Winners Message", "Winner beats  Loser Message at end of map for TeamPlay", 2, ValueKind::QuotedText, ""},
-    {"FCC1", "camper_check", "1", "Camper Checks", "1 - Check for Campers, 0 - Off", 3, ValueKind::Switch, "Camper Detection", "Check for Campers, Off or On", kZeroOrOne},
+    {"FCC1", "camper_check", "1", "Camper Checks", "1 - Check for Campers, 0 - Off", 3, ValueKind::Switch, "Camper Detection", zeroOrOne("Check for Campers, Off or On")},
     {"FCT1", "camp_time", "120", "Camping Time", "Number is seconds to allow a person to Camp before forced to Observer Mode", 3, ValueKind::Number, "Camper Detection"},
     {"FCD3", "camp_distance", "128", "Camping Distance", "How far the camper must move in map inches before NO LONGER considered a camper", 3, ValueKind::Number, "Camper Detection"},
     {"FFM1", "flood_msgs", "4", "Flood Msgs", "How many messages are considered flooding", 3, ValueKind::Number, "Flood Protection"},
     {"FFPS1", "flood_persecond", "4", "Floods Per Second", "Number of seconds to check for the above CVAR", 3, ValueKind::Number, "Flood Protection"},
     {"FFWD1", "flood_waitdelay", "10", "Flooding Wait Delay", "If Cleint Floods, shut him up for this long in seconds", 3, ValueKind::Number, "Flood Protection"},
-    {"VM", "voosh", "0", "Voosh Mode", "One Weapon Quake - Value", 3, ValueKind::VooshMode, "Other Settings", "Must be 0 - 9", "One Weapon Voosh-Mode 0 - Off, check other possible values by the text"},
-    {"FQWS", "quickswitch", "1", "Quick Weapon Switching", "1 - Weapons Qucik Switch, 0 - Off", 3, ValueKind::Switch, "Other Settings", "Quick Weapons Switching, Off or On", kZeroOrOne},
-    {"FCC5", "map_cycle_change", "1", "Map Cycling", "1 - Use the Map Cycle File, 0 - Off", 3, ValueKind::Switch, "Other Settings", "Use Map Rotation in TXT file, Off or On", kZeroOrOne},
-    {"FPF1", "filter", "1", "Text Filter", "Use the text filter file to filter player messages", 3, ValueKind::Switch, "Other Settings", "Use Text Filter, Off or On", kZeroOrOne},
+    {"VM", "voosh", "0", "Voosh Mode", "One Weapon Quake - Value", 3, ValueKind::Number, "Other Settings", {0, 9, "Must be 0 - 9", "One Weapon Voosh-Mode 0 - Off, check other possible values by the text"}},
+    {"FQWS", "quickswitch", "1", "Quick Weapon Switching", "1 - Weapons Qucik Switch, 0 - Off", 3, ValueKind::Switch, "Other Settings", zeroOrOne("Quick Weapons Switching, Off or On")},
+    {"FCC5", "map_cycle_change", "1", "Map Cycling", "1 - Use the Map Cycle File, 0 - Off", 3, ValueKind::Switch, "Other Settings", zeroOrOne("Use Map Rotation in TXT file, Off or On")},
+    {"FPF1", "filter", "1", "Text Filter", "Use the text filter file to filter player messages", 3, ValueKind::Switch, "Other Settings", zeroOrOne("Use Text Filter, Off or On")},
     {"MOTD_T", "motd_time", "5", "MOTD Time", "How long in secons the MOTD file will stay up", 3, ValueKind::Number, "Other Settings"},
     {"MH", "max_health", "300", "Max Health", "Reference Vampire Rune, Max Health points attainable", 3, ValueKind::Number, "Other Settings"},
-    {"ABT", "bot_chat", "1", "Anti-Bot Chat", "Anti-Bot Talk, 1 - On, 0 - Off", 3, ValueKind::Switch, "Other Settings", "Anti-Bot Talk, Off or On", kZeroOrOne},
+    {"ABT", "bot_chat", "1", "Anti-Bot Chat", "Anti-Bot Talk, 1 - On, 0 - Off", 3, ValueKind::Switch, "Other Settings", zeroOrOne("Anti-Bot Talk, Off or On")},
     {"MFPS", "maxfps", "60", "MAX FPS", "Maximum Frames per Second", 3, ValueKind::Number, "Other Settings"},
-    {"FMR", "map_randomize", "0", "Map Randomize", "1 -Rrandomize Maps from Map file, 0 - Off", 3, ValueKind::Switch, "Other Settings", "Map Random Rotation for TXT file, Off or On", kZeroOrOne},
+    {"FMR", "map_randomize", "0", "Map Randomize", "1 -Rrandomize Maps from Map file, 0 - Off", 3, ValueKind::Switch, "Other Settings", zeroOrOne("Map Random Rotation for TXT file, Off or On")},
     {"OT", "overtime", "0", "OverTime", "Amount of Time in Minutes for Overtime in the Event of a Tie", 3, ValueKind::Number, "Other Settings"},
     {"FWRT", "respawn_time", "30", "Weapon Respawn Time", "Number in seconds that Weapons respawn", 3, ValueKind::Number, "Weapon/Item Respawn Times"},
     {"FART", "ammo_spawn", "20", "Ammo Respawn Time", "Number in seconds that Ammo respawns", 3, ValueKind::Number, "Weapon/Item Respawn Times"},
     {"FART2", "armor_spawn", "20", "Armor Respawn Time", "Number in seconds that Armour respawns", 3, ValueKind::Number, "Weapon/Item Respawn Times"},
     {"FMRT", "mega_health_spawn", "30", "Mega Health Respawn Time", "Number in seconds that MegaHealth respawns", 3, ValueKind::Number, "Weapon/Item Respawn Times"},
     {"FHRT", "health_spawn", "20", "Health Respawn Time", "Number in seconds that Health repawns", 3, ValueKind::Number, "Weapon/Item Respawn Times"},
-    {"FLHB", "laser_hyperblaster", "1", "Laser HyperBlaster", "1 - Use Laser anti lag hyperblaster, 0 - Normal Hyperblaster", 3, ValueKind::Switch, "Weapon/Item Respawn Times", "Use Laser Hyperblaster, Off or On", kZeroOrOne},
+    {"FLHB", "laser_hyperblaster", "1", "Laser HyperBlaster", "1 - Use Laser anti lag hyperblaster, 0 - Normal Hyperblaster", 3, ValueKind::Switch, "Weapon/Item Respawn Times", zeroOrOne("Use Laser Hyperblaster, Off or On")},
     {"FFile", "", "NONE", "Current CFG File:", "The Current Config file your working on", kAboveTabs, ValueKind::Path, ""},
 };
 
 inline constexpr FieldRow kWeaponFieldRows[] = {
-    {"DL1", "damage_locate", "0", "Damage Locate", "1 - Head shots do more damage Torso shots Normal Damage, Leg shots less damage, 0 - Off", 0, ValueKind::Switch, "Location Damage", "Damage Location, Off or On", kZeroOrOne},
-    {"FDD1", "damage_display", "0", "Display Damage", "1 - Display on clients screen where their shots hit opponets, 0 - Off", 0, ValueKind::Switch, "Location Damage", "Display Damage Location, Off or On", kZeroOrOne},
+    {"DL1", "damage_locate", "0", "Damage Locate", "1 - Head shots do more damage Torso shots Normal Damage, Leg shots less damage, 0 - Off", 0, ValueKind::Switch, "Location Damage", zeroOrOne("Damage Location, Off or On")},
+    {"FDD1", "damage_display", "0", "Display Damage", "1 - Display on clients screen where their shots hit opponets, 0 - Off", 0, ValueKind::Switch, "Location Damage", zeroOrOne("Display Damage Location, Off or On")},
     {"FSWT", "shotgun_wait", "18", "Shotgun", "Wait time, for Shot Gun Reload, 18 is Default", 0, ValueKind::Number, "Weapon Firing Rates"},
     {"FSSWT", "sshotgun_wait", "17", "Super Shotgun", "Wait time, for SuperShot Gun Reload, 5 is Default", 0, ValueKind::Number, "Weapon Firing Rates"},
     {"FRLWT", "rocket_wait", "10", "Rocket Launcher", "Wait time, for RocketLauncher Reload, 10 is Default", 0, ValueKind::Number, "Weapon Firing Rates"},
@@ -234,7 +252,7 @@ inline constexpr FieldRow kWeaponFieldRows[] = {
     {"RLS", "rocket_speed", "650", "Rocket Speed", "How quickly rockets fly throw the air, higher = faster", 0, ValueKind::Number, ""},
     {"RLDR", "rl_radius", "120", "Rocket Damage Radius", "The radius in map inches that the Rocket Launcher causes Radius Damage", 0, ValueKind::Number, ""},
     {"RLSP", "rl_radius_damage", "120", "Rocket Radius Damage Points", "How many points damage the Rocket Launcher causes in Raduis damage", 0, ValueKind::Number, ""},
-    {"FPEX", "particle_explosions", "1", "Particle Explosions", "1 - Scrapnel from explosions, 0 - Off", 0, ValueKind::Switch, "", "Particle Explosions, Off or On", kZeroOrOne},
+    {"FPEX", "particle_explosions", "1", "Particle Explosions", "1 - Scrapnel from explosions, 0 - Off", 0, ValueKind::Switch, "", zeroOrOne("Particle Explosions, Off or On")},
     {"FWD1", "b_damage", "15", "Blaster", "Blaster Damage, Default 15", 0, ValueKind::Number, "Weapons Damage"},
     {"FWD2", "sg_damage", "4", "Shotgun", "Shotgun Damage, Dafault 4 per shot", 0, ValueKind::Number, "Weapons Damage"},
     {"FWD3", "ssg_damage", "6", "Super Shotgun", "Super Shot Gun Damage, Default  6 per shot", 0, ValueKind::Number, "Weapons Damage"},

@@ -44,8 +44,8 @@ AssignResult assignText(Program& program, const SettingKey& setting, std::string
     field.setText(std::string(value));
     field.validate();
     if (const FieldRow* row = fieldRowOf(setting.field))
-        if (const std::optional<RangeRule> rule = rangeRuleOf(*row); rule && !rangeAccepts(*rule, value))
-            return refused(std::string(rule->title), std::string(rule->text));
+        if (row->range.any() && !rangeAccepts(row->range, value))
+            return refused(std::string(row->range.title), std::string(row->range.text));
     // The server reads these as numbers, where a word or a sign would turn into 0 or into another number.
     if (setting.kind == SettingKind::Number && !isPlainNumber(value))
         return refused(std::string(setting.key), std::string(kMustBeANumber));

@@ -14,8 +14,8 @@ void connectFieldRules(Program& program, std::span<const FieldRow> rows, FieldId
     for (std::size_t row = 0; row < rows.size(); ++row) {
         const FieldId id = idAt(row);
         Field& field = program.field(id);
-        if (const std::optional<RangeRule> rule = rangeRuleOf(rows[row]))
-            field.onChange([&program, id, rule = *rule] { checkRange(program, id, rule); });
+        if (const Range range = rows[row].range; range.any())
+            field.onChange([&program, id, range] { checkRange(program, id, range); });
         const ValueKind kind = rows[row].kind;
         if (kind == ValueKind::QuotedText || kind == ValueKind::QuotedModel)
             field.onValidate([&program, id, kind] { quoteField(program, id, kind); });

@@ -178,7 +178,7 @@ TEST_F(ConfigTest, AWrittenFileRestoresEveryFieldButTheFiveWithKeysOfTheirOwn) {
     auto valueFor = [&n](const auto& row) -> std::string {
         ++n;
         if (row.kind == ValueKind::Switch) return row.defaultText == "1" ? "0" : "1";
-        if (row.kind == ValueKind::HookColour || row.kind == ValueKind::VooshMode) return "7";
+        if (row.range.any()) return "7";
         if (row.kind == ValueKind::QuotedText || row.kind == ValueKind::QuotedModel)
             return "\"v" + std::to_string(n) + "\"";
         return row.kind == ValueKind::Address ? "10.0.0.1" : std::to_string(1000 + n);
