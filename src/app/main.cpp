@@ -45,7 +45,7 @@ int printHelp(int argc, char** argv) {
                 "Help page:   %s\n"
                 "Start sound: %s\n\n"
                 "kscfg does the same from the shell (kscfg --help).\n",
-                program.companionFile("ks.html").c_str(), program.companionFile("ks4a.wav").c_str());
+                program.companionFile("ks.html").c_str(), program.companionFile(std::string(ks::kStartSound)).c_str());
     return std::fflush(stdout) == 0 && !std::ferror(stdout) ? 0 : 1;
 }
 

@@ -45,7 +45,7 @@ LauncherStart::LauncherStart(Program& program, QtPlatform* qtPlatform, std::stri
     connect(splash_, &SplashScreen::finished, this, &LauncherStart::splashEnded);
     splash_->show();
     waitForFirstFrame(*splash_);
-    if (startSoundDue) program_.playCue("ks4a.wav");
+    if (startSoundDue) program_.playCue(kStartSound);
 
     window_ = std::make_unique<MainWindow>(program_);
     connect(window_.get(), &MainWindow::farewellPlayed, this, [] { QCoreApplication::exit(0); });

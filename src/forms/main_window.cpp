@@ -228,13 +228,13 @@ WeaponsDialog* MainWindow::weaponsDialog() {
 
 void MainWindow::openFlagsDialog() {
     if (leaving_) return;
-    program_.playCue("rail.wav");
+    program_.playCue(kFlagsButtonSound);
     flagsDialog()->exec();
 }
 
 void MainWindow::openWeaponsDialog() {
     if (leaving_) return;
-    program_.playCue("bfg.wav");
+    program_.playCue(kWeaponsButtonSound);
     weaponsDialog()->exec();
 }
 
@@ -263,7 +263,7 @@ void MainWindow::showAbout() {
     if (leaving_) return;
     {
         // The splash again, owned by this window and modal, with its whole load step: the start sound too.
-        SplashScreen about([this] { program_.playCue("ks4a.wav"); }, this);
+        SplashScreen about([this] { program_.playCue(kStartSound); }, this);
         // Continue brings up the first tab; the timer leaves the tab as it was.
         if (about.exec()) program_.mainTabs().setCurrent(0);
     }
@@ -301,7 +301,7 @@ void MainWindow::leaveProgram() {
 }
 
 void MainWindow::playFarewell() {
-    playExitAnimation(*this, [this] { program_.playCue("ks4a.wav"); });
+    playExitAnimation(*this, [this] { program_.playCue(kStartSound); });
     emit farewellPlayed();
 }
 

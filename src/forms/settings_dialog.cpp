@@ -36,7 +36,7 @@ void SettingsDialog::setContent(QWidget* content) {
 }
 
 void SettingsDialog::closeDialog() {
-    program_.playCue("button.wav");
+    program_.playCue(kCloseButtonSound);
     hide();
 }
 

@@ -104,11 +104,6 @@ struct AmmoField {
     std::string_view key;
 };
 
-struct GroupCaption {
-    int tab;
-    std::string_view caption;
-};
-
 struct Hint {
     int tab;
     std::string_view nearField; // the field the hint stands beside, empty for the directory selectors
@@ -403,15 +398,6 @@ inline constexpr AmmoField kStartAmmoRows[] = {
 inline constexpr std::string_view kMainTabRows[] = {"Quake II Settings", "Kestrand Settings", "Team Play", "Other Settings"};
 inline constexpr std::string_view kFlagTabRows[] = {"Weapon / Ammo Bans", "Item Bans",  "Start Weapons/Ammo",
                                              "Start Items",        "Dm Flags", "Bot / Rune Bans"};
-
-inline constexpr GroupCaption kGroupCaptionRows[] = {
-    {0, "Download Options"}, {1, "Hook Settings"},    {1, "Hook Color"},       {1, "CTF Settings"},
-    {2, "Team 1"},           {2, "Team 2"},           {3, "Other Settings"},   {3, "Camper Detection"},
-    {3, "Flood Protection"}, {3, "Weapon/Item Respawn Times"},
-};
-
-inline constexpr std::string_view kWeaponHeadingRows[] = {"Location Damage", "Weapon Firing Rates", "Weapons Damage",
-                                                   "Weapon Kickback"};
 
 inline constexpr Hint kHintRows[] = {
     {0, "", "Use the Drive and Directory selectors to pick the directory where the MOD is Located and I will do the "

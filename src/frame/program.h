@@ -4,6 +4,7 @@
 #include "frame/field.h"
 #include "frame/path_style.h"
 #include "frame/platform.h"
+#include "frame/sound_cues.h"
 
 #include <string>
 #include <string_view>

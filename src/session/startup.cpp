@@ -26,8 +26,8 @@ void connectFieldRules(Program& program, std::span<const FieldRow> rows, FieldId
 
 void connectHandlers(Program& program) {
     // The tab change of either tab control plays its cue.
-    program.mainTabs().onChange([&program] { program.playCue("tab.wav"); });
-    program.flagTabs().onChange([&program] { program.playCue("tab.wav"); });
+    program.mainTabs().onChange([&program] { program.playCue(kTabSound); });
+    program.flagTabs().onChange([&program] { program.playCue(kTabSound); });
 
     connectFieldRules(program, mainFields(), mainFieldAt);
     connectFieldRules(program, weaponFields(), weaponFieldAt);

@@ -22,7 +22,7 @@ struct BeforeStart : Launcher {
     BeforeStart() : Launcher(PathStyle::Linux, false) { platform.home = ""; }
 };
 
-const std::string kStartSound = "/opt/kslaunch/ks4a.wav";
+const std::string kStartSoundPath = "/opt/kslaunch/ks4a.wav";
 
 // The control that has the keyboard in the window, by name, and whether it shows the keyboard's cue.
 QString keyboardOn(const QWidget& window) {
@@ -53,7 +53,7 @@ private slots:
             LauncherStart start(launcher.program, nullptr);
             QVERIFY(start.splash() && start.splash()->isVisible());
             QVERIFY(!start.window().isVisible());
-            QCOMPARE(launcher.platform.sounds, std::vector<std::string>{kStartSound});
+            QCOMPARE(launcher.platform.sounds, std::vector<std::string>{kStartSoundPath});
             QCOMPARE(launcher.shown().size(), std::size_t(1));
             QVERIFY(launcher.shown()[0].starts_with("No Kestrand Directory|"));
             QCOMPARE(launcher.check("ipCheck").state(), 1);
@@ -160,7 +160,7 @@ private slots:
         QCOMPARE(launcher.program.mainTabs().current(), 0);
         QCOMPARE(keyboardOn(*launcher.window), QStringLiteral("FHOSTN"));
         QCOMPARE(launcher.platform.sounds,
-                 (std::vector<std::string>{kStartSound, kStartSound, "/opt/kslaunch/tab.wav"}));
+                 (std::vector<std::string>{kStartSoundPath, kStartSoundPath, "/opt/kslaunch/tab.wav"}));
     }
 
     void theMainWindowHasOneSizeAndEnterPressesAFocusedButton() {
@@ -216,7 +216,7 @@ private slots:
         QCOMPARE(played.count(), 1);
         QCOMPARE(launcher.platform.endCalls, 1);
         QCOMPARE(launcher.platform.messages.size(), std::size_t(byFileExit ? 1 : 0));
-        QCOMPARE(launcher.platform.sounds, std::vector<std::string>{kStartSound});
+        QCOMPARE(launcher.platform.sounds, std::vector<std::string>{kStartSoundPath});
         QVERIFY(launcher.platform.dialogs.empty() && !QApplication::activePopupWidget());
         QVERIFY(window.isVisible() && window.windowHandle()->handle());
         QVERIFY(window.frameGeometry().top() > window.screen()->geometry().bottom());

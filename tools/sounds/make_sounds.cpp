@@ -10,6 +10,8 @@
 //
 // The output is the same byte for byte on every run: the only randomness is a fixed-seed generator of our own.
 
+#include "frame/sound_cues.h"
+
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
@@ -19,6 +21,7 @@
 #include <functional>
 #include <numbers>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace {
@@ -264,14 +267,14 @@ int main(int argc, char** argv) {
         return 1;
     }
     struct Cue {
-        const char* file;
+        std::string_view file;
         Signal (*make)();
     };
-    constexpr Cue kCues[] = {{"ks4a.wav", startSound},
-                             {"rail.wav", railSound},
-                             {"bfg.wav", bfgSound},
-                             {"tab.wav", tabSound},
-                             {"button.wav", buttonSound}};
+    constexpr Cue kCues[] = {{ks::kStartSound, startSound},
+                             {ks::kFlagsButtonSound, railSound},
+                             {ks::kWeaponsButtonSound, bfgSound},
+                             {ks::kTabSound, tabSound},
+                             {ks::kCloseButtonSound, buttonSound}};
     for (const Cue& cue : kCues) {
         Signal signal = cue.make();
         finish(signal);
