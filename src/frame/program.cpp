@@ -29,6 +29,11 @@ std::string Program::companionFile(std::string_view fileName) const {
     return platform_.isPlainFile(shared) ? shared : beside;
 }
 
+void Program::refuseValue(const MessageBoxRequest& message) {
+    refusal_ = message;
+    platform_.messageBox(message);
+}
+
 void Program::playCue(std::string_view fileName) const {
     if (platform_.soundDeviceCount() > 0) platform_.playSoundAsync(companionFile(fileName));
 }

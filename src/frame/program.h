@@ -6,8 +6,10 @@
 #include "frame/platform.h"
 #include "frame/sound_cues.h"
 
+#include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace ks {
 
@@ -45,6 +47,12 @@ public:
     const std::string& savedAddress() const { return savedAddress_; }
     void keepAddress(std::string address) { savedAddress_ = std::move(address); }
 
+    // Shows the message of a rule that refused a value and keeps it, so that whoever gave the value learns of the
+    // refusal from the rule itself, without running it again.
+    void refuseValue(const MessageBoxRequest& message);
+    // The message of the last refusal since the previous call, once.
+    std::optional<MessageBoxRequest> takeRefusal() { return std::exchange(refusal_, std::nullopt); }
+
     // The directory of the running program, with its trailing separator.
     std::string programDirectory() const;
     // Where a file that comes with the launcher lies (a sound cue, the help page): beside the program when it is
@@ -65,6 +73,7 @@ private:
     Selector directory_{std::string(kDirectorySelectorName), std::string(kDirectorySelectorTip)};
     bool configSaved_ = false;
     std::string savedAddress_;
+    std::optional<MessageBoxRequest> refusal_;
 };
 
 } // namespace ks

@@ -15,8 +15,7 @@ bool rangeAccepts(const Range& range, std::string_view text) {
 void checkRange(Program& program, FieldId id, const Range& range) {
     Field& field = program.field(id);
     if (rangeAccepts(range, field.text())) return;
-    program.platform().messageBox(
-        {std::string(range.text), std::string(range.title), MessageButtons::Ok, MessageIcon::None, 0});
+    program.refuseValue({std::string(range.text), std::string(range.title), MessageButtons::Ok, MessageIcon::None, 0});
     // Emptying runs the rule once more; the empty text reads as 0 and passes quietly.
     if (id.form == FormId::Main) field.setText("");
 }

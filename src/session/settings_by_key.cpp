@@ -2,7 +2,6 @@
 
 #include "frame/program.h"
 #include "rules/numbers.h"
-#include "rules/range_rules.h"
 #include "rules/text_rules.h"
 
 namespace ks {
@@ -41,11 +40,12 @@ AssignResult assignAddress(Program& program, std::string_view value) {
 
 AssignResult assignText(Program& program, const SettingKey& setting, std::string_view value) {
     Field& field = program.field(setting.field);
+    program.takeRefusal();
     field.setText(std::string(value));
+    // A range rule that refuses the value says so as it runs; emptying the field runs it once more, quietly.
+    const std::optional<MessageBoxRequest> refusal = program.takeRefusal();
     field.validate();
-    if (const FieldRow* row = fieldRowOf(setting.field))
-        if (row->range.any() && !rangeAccepts(row->range, value))
-            return refused(std::string(row->range.title), std::string(row->range.text));
+    if (refusal) return refused(refusal->title, refusal->text);
     // The server reads these as numbers, where a word or a sign would turn into 0 or into another number.
     if (setting.kind == SettingKind::Number && !isPlainNumber(value))
         return refused(std::string(setting.key), std::string(kMustBeANumber));
