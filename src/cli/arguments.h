@@ -1,5 +1,7 @@
 #pragma once
 
+#include "cli/layer.h"
+
 #include <cstddef>
 #include <iosfwd>
 #include <optional>

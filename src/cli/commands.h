@@ -1,5 +1,7 @@
 #pragma once
 
+#include "cli/layer.h"
+
 #include <iosfwd>
 #include <string>
 #include <vector>

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "cli/layer.h"
+
 #include "cli/arguments.h"
 #include "cli/console_platform.h"
 #include "config/config_check.h"

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "cli/layer.h"
+
 #include <streambuf>
 #include <string>
 #include <string_view>

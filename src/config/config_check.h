@@ -1,5 +1,7 @@
 #pragma once
 
+#include "config/layer.h"
+
 #include <cstddef>
 #include <string>
 #include <string_view>

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "config/layer.h"
+
 #include "config/record_reader.h"
 
 #include <chrono>

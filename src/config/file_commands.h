@@ -1,5 +1,7 @@
 #pragma once
 
+#include "config/layer.h"
+
 namespace ks {
 
 class Program;

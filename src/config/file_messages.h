@@ -1,5 +1,7 @@
 #pragma once
 
+#include "config/layer.h"
+
 #include "frame/platform.h"
 
 #include <string>

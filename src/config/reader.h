@@ -1,5 +1,7 @@
 #pragma once
 
+#include "config/layer.h"
+
 #include "config/reader_keys.h"
 #include "frame/path_style.h"
 

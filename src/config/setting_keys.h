@@ -1,5 +1,7 @@
 #pragma once
 
+#include "config/layer.h"
+
 #include "config/layout.h"
 #include "frame/catalogue.h"
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "forms/layer.h"
+
 #include "forms/splash_screen.h"
 
 #include <QObject>

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "forms/layer.h"
+
 #include <QMainWindow>
 
 #include <functional>

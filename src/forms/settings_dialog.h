@@ -1,5 +1,7 @@
 #pragma once
 
+#include "forms/layer.h"
+
 #include <QDialog>
 
 #include <string_view>

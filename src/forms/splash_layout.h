@@ -1,5 +1,7 @@
 #pragma once
 
+#include "forms/layer.h"
+
 // The surface of the round splash screen: its size and the place of every picture and caption on it. The
 // launcher lays out the screen from it, and the tool that draws the screen's pictures when the program is built
 // (tools/splash) draws each picture and caption to the size and place given here. Lengths are twips, fifteen

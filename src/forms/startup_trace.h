@@ -1,5 +1,7 @@
 #pragma once
 
+#include "forms/layer.h"
+
 namespace ks {
 
 // A record of the program's start for the start-up benchmark. When the environment variable KS_STARTUP_TRACE

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "frame/layer.h"
+
 #include <string>
 #include <string_view>
 

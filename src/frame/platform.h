@@ -1,5 +1,7 @@
 #pragma once
 
+#include "frame/layer.h"
+
 #include <cstdint>
 #include <optional>
 #include <string>

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "frame/layer.h"
+
 #include "frame/catalogue.h"
 #include "frame/field.h"
 #include "frame/path_style.h"

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "rules/layer.h"
+
 #include <cstddef>
 
 namespace ks {

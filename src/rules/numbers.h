@@ -1,5 +1,7 @@
 #pragma once
 
+#include "rules/layer.h"
+
 #include <optional>
 #include <string>
 #include <string_view>

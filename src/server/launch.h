@@ -1,5 +1,7 @@
 #pragma once
 
+#include "server/layer.h"
+
 #include "frame/platform.h"
 
 #include <string>

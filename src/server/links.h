@@ -1,5 +1,7 @@
 #pragma once
 
+#include "server/layer.h"
+
 #include <string_view>
 
 namespace ks {

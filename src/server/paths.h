@@ -1,5 +1,7 @@
 #pragma once
 
+#include "server/layer.h"
+
 #include "frame/path_style.h"
 
 #include <string>

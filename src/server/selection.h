@@ -1,5 +1,7 @@
 #pragma once
 
+#include "server/layer.h"
+
 #include "frame/catalogue.h"
 #include "frame/path_style.h"
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "session/layer.h"
+
 #include <optional>
 #include <vector>
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "session/layer.h"
+
 #include <span>
 #include <string_view>
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "session/layer.h"
+
 #include "config/setting_keys.h"
 
 #include <string>

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "session/layer.h"
+
 namespace ks {
 
 class Program;

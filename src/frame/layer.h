@@ -1,0 +1,3 @@
+#pragma once
+// The mark of the frame layer: each of its headers includes it first, through the include root of a layer that may
+// see frame. Included from a layer below, it is not found, so an include that runs up fails however it is spelt.
