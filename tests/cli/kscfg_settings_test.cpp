@@ -319,7 +319,12 @@ TEST(KscfgCompletion, OffersCommandsOptionsFilesAndTheProgramsOwnKeys) {
         {"set server.cfg hostname = ''", ""},
         {"get --j", "--json"},
         {"command server.cfg --style ''", "windows linux"},
-        {"check serv", "server.cfg"}};
+        {"check serv", "server.cfg"},
+        {"launch server.cfg --watch --log serv", "server.cfg"},
+        {"launch server.cfg --stop-timeout ''", ""},
+        {"rcon server.cfg sta", ""},
+        {"stop --timeout 5 serv", "server.cfg"},
+        {"get --json server.cfg fragl", "fraglimit"}};
     std::string script = "source '" + std::string(KS_DIST_DIR) + "/kscfg.bash-completion'\n" +
                          "offer() { COMP_WORDS=(\"$@\"); COMP_CWORD=$((${#COMP_WORDS[@]} - 1)); _kscfg; "
                          "echo \"${COMPREPLY[*]}\"; }\n",
