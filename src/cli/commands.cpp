@@ -111,9 +111,10 @@ constexpr CommandSpec kCommands[] = {
      "server will not find CFG in its game directory",
      runCommandLine},
     {"launch", "CFG", 1, 1, 1, kLaunchOptions,
-     "read CFG as Open does, start the server from its Quake II directory and print the command line; the server's "
-     "output goes to CFG.log; warn when the server will not find CFG in its game directory; refuse while a server "
-     "for CFG's port runs or any process holds the UDP port",
+     "read CFG as Open does, start the server from its Quake II directory and print the command line; the server "
+     "runs cut loose with its output in CFG.log, or in kscfg's place (--foreground), or under kscfg's watch; warn "
+     "when the server will not find CFG in its game directory; refuse while a server for CFG's port runs or any "
+     "process holds the UDP port",
      runLaunch},
     {"status", "CFG", 1, 1, 1, kStatusOptions,
      "tell whether a server for CFG's port runs on this machine, with its pid and uptime, and what it answers to "
