@@ -10,6 +10,7 @@
 #include "server/supervisor.h"
 #include "server/udp_exchange.h"
 
+#include <cstdio>
 #include <ctime>
 #include <filesystem>
 #include <memory>

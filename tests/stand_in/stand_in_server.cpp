@@ -50,7 +50,7 @@ int main(int argc, char** argv) {
     }
     const char* fault = std::getenv("KS_STAND_IN");
     const std::string mode = fault ? fault : "";
-    std::printf("stand-in for port %d (%s)\n", port, mode.c_str());
+    std::printf("stand-in for port %d (%s)\n", port, mode.empty() ? "answering" : mode.c_str());
     std::fflush(stdout);
     if (mode == "crash") return 4;
     if (mode == "fork") {
