@@ -36,7 +36,7 @@ public:
     bool hasPlainFile(const std::string&) override { return false; }
     ks::OperationResult changeDirectory(const std::string&) override { return ks::OperationResult::success(); }
     std::string currentDirectory() override { return "/"; }
-    ks::OperationResult startProcess(const ks::ProgramStart&) override { return ks::OperationResult::success(); }
+    ks::ProcessStart startProcess(const ks::ProgramStart&) override { return {}; }
     ks::OperationResult openLink(const std::string&) override { return ks::OperationResult::success(); }
     std::vector<std::string> drives() override { return {"/"}; }
     bool driveReady(const std::string&) override { return true; }

@@ -3,6 +3,7 @@
 #include "cli/arguments.h"
 #include "cli/config_files.h"
 #include "cli/launch_command.h"
+#include "cli/server_commands.h"
 #include "cli/settings_commands.h"
 #include "config/writer.h"
 #include "frame/program.h"
@@ -70,7 +71,22 @@ constexpr OptionSpec kCommandOptions[] = {
     {"--style", "windows|linux", "the line as the launcher builds it on that system (the running one's by default)"}};
 constexpr OptionSpec kLaunchOptions[] = {
     {"--foreground", "", "kscfg becomes the server: same process, same streams, the service manager's signals"},
-    {"--watch", "", "kscfg stays, starts the server again after a failure and hands signals on"}};
+    {"--watch", "",
+     "kscfg stays, starts the server again after a failure, hands signals on to its process group and ends it "
+     "whole; its log goes to standard error"},
+    {"--stop-timeout", "SECONDS",
+     "with --watch: SIGKILL for the server's group this long after a request to end (10 by default)"},
+    {"--start-limit", "STARTS/SECONDS",
+     "with --watch: give up (status 7) when the server failed after so many starts within so many seconds "
+     "(5/60 by default)"},
+    {"--log", "FILE",
+     "with --watch: the log and the server's output go to FILE, rotated at 10 MiB, 5 older files kept as FILE.1 to "
+     "FILE.5"}};
+constexpr OptionSpec kHost{"--host", "HOST", "ask the server at HOST rather than at 127.0.0.1"};
+constexpr OptionSpec kStatusOptions[] = {{"--json", "", "print one JSON object"}, kHost};
+constexpr OptionSpec kRconOptions[] = {kHost};
+constexpr OptionSpec kStopOptions[] = {
+    {"--timeout", "SECONDS", "send SIGKILL this long after SIGTERM (10 by default)"}};
 constexpr OptionSpec kGetOptions[] = {{"--json", "", "print one JSON object of keys and string values"}, kQuiet};
 constexpr OptionSpec kSetOptions[] = {
     {"--dry-run", "", "print the lines that would change as a unified diff and write nothing"},
@@ -95,9 +111,24 @@ constexpr CommandSpec kCommands[] = {
      "server will not find CFG in its game directory",
      runCommandLine},
     {"launch", "CFG", 1, 1, 1, kLaunchOptions,
-     "read CFG as Open does, start the server from its Quake II directory and print the command line; the server's "
-     "output goes to CFG.log; warn when the server will not find CFG in its game directory",
+     "read CFG as Open does, start the server from its Quake II directory and print the command line; the server "
+     "runs cut loose with its output in CFG.log, or in kscfg's place (--foreground), or under kscfg's watch; warn "
+     "when the server will not find CFG in its game directory; refuse while a server for CFG's port runs or any "
+     "process holds the UDP port",
      runLaunch},
+    {"status", "CFG", 1, 1, 1, kStatusOptions,
+     "tell whether a server for CFG's port runs on this machine, with its pid and uptime, and what it answers to "
+     "the game's status query within 1 s: host name, map, maximum clients, each player with score, ping and name",
+     runStatus},
+    {"rcon", "CFG COMMAND...", 2, kAny, 1, kRconOptions,
+     "send COMMAND to the server's remote console with CFG's rcon_password and print the answer; an empty "
+     "password or the launcher's own is refused without sending anything (-- before a COMMAND that begins with "
+     "a dash)",
+     runRcon},
+    {"stop", "CFG", 1, 1, 1, kStopOptions,
+     "send SIGTERM to the process group of the server for CFG's port (or to the watch that keeps it), SIGKILL after "
+     "the timeout, and end once it is gone",
+     runStop},
     {"get", "CFG [KEY...]", 1, kAny, 1, kGetOptions,
      "read CFG as Open does and print each KEY's value (KEY VALUE a line, the bare value for one KEY), all "
      "settings in file order without KEY",

@@ -18,16 +18,22 @@ void warn(const std::string& file, const Finding& finding, std::ostream& err) {
     err << "warning: " << file << ':' << finding.line << ": " << finding.message << '\n';
 }
 
-std::optional<std::chrono::milliseconds> lockWait(const Invocation& call, std::ostream& err) {
-    const std::optional<std::string> seconds = call.value("--wait");
-    if (!seconds) return kLockWait;
+std::optional<std::chrono::milliseconds> secondsValue(const Invocation& call, std::string_view option,
+                                                      std::chrono::milliseconds fallback, std::ostream& err) {
+    const std::optional<std::string> seconds = call.value(option);
+    if (!seconds) return fallback;
     if (!isPlainNumber(*seconds) || std::stod(*seconds) > 86400) {
         badUse(*call.command,
-               std::string(call.command->name) + ": --wait takes a number of seconds up to a day, not " + *seconds,
+               std::string(call.command->name) + ": " + std::string(option) +
+                   " takes a number of seconds up to a day, not " + *seconds,
                err);
         return std::nullopt;
     }
     return std::chrono::milliseconds(static_cast<long long>(std::stod(*seconds) * 1000));
+}
+
+std::optional<std::chrono::milliseconds> lockWait(const Invocation& call, std::ostream& err) {
+    return secondsValue(call, "--wait", kLockWait, err);
 }
 
 int sayBusy(const std::string& file, std::chrono::milliseconds wait, std::ostream& err) {

@@ -80,6 +80,11 @@ void warn(const std::string& file, const Finding& finding, std::ostream& err);
 // The longest a writer waits for another kscfg that changes the same file, unless --wait says otherwise.
 inline constexpr std::chrono::seconds kLockWait{10};
 
+// The value of an option that takes SECONDS (a plain number up to a day), or the fallback when it is not given;
+// nothing after telling that its value is no such number.
+std::optional<std::chrono::milliseconds> secondsValue(const Invocation& call, std::string_view option,
+                                                      std::chrono::milliseconds fallback, std::ostream& err);
+
 // The wait of --wait SECONDS, or kLockWait; nothing after telling that its value is no number.
 std::optional<std::chrono::milliseconds> lockWait(const Invocation& call, std::ostream& err);
 

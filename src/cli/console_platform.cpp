@@ -67,7 +67,7 @@ std::string ConsolePlatform::currentDirectory() {
     return fs::current_path(ec).string();
 }
 
-OperationResult ConsolePlatform::startProcess(const ProgramStart& start) {
+ProcessStart ConsolePlatform::startProcess(const ProgramStart& start) {
     return startDetached(start.program, start.arguments, "", {start.logFile}).outcome();
 }
 

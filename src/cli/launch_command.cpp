@@ -4,18 +4,17 @@
 #include "server/launch.h"
 #include "server/paths.h"
 #include "server/process.h"
+#include "server/process_control.h"
+#include "server/rotating_log.h"
+#include "server/server_record.h"
+#include "server/supervisor.h"
+#include "server/udp_exchange.h"
 
-#include <algorithm>
-#include <chrono>
-#include <csignal>
+#include <cstdio>
 #include <ctime>
 #include <filesystem>
+#include <memory>
 #include <ostream>
-
-#ifndef _WIN32
-#include <sys/wait.h>
-#include <time.h>
-#endif
 
 namespace ks::cli {
 
@@ -23,14 +22,8 @@ namespace {
 
 enum class Mode { Detached, Foreground, Watch };
 
-constexpr std::chrono::seconds kFirstPause{1};
-constexpr std::chrono::seconds kLongestPause{60};
-// A server that ran this long counts as good again: the next failure pauses only the first pause.
-constexpr std::chrono::minutes kGoodRun{10};
-
-// The server the watch waits for and the signal that asked it to end; the signal handler reads and writes them.
-volatile std::sig_atomic_t watchedServer = 0;
-volatile std::sig_atomic_t endRequest = 0;
+// The options that only the watch takes.
+constexpr std::string_view kWatchOptions[] = {"--stop-timeout", "--start-limit", "--log"};
 
 // The local time as 2026-11-23T14:30:05, for the lines of the watch.
 std::string timeStamp() {
@@ -46,71 +39,76 @@ std::string timeStamp() {
     return text;
 }
 
-#ifndef _WIN32
-
-void handOn(int signal) {
-    endRequest = signal;
-    if (watchedServer > 0) kill(static_cast<pid_t>(watchedServer), signal);
-}
-
-// What a waited-for server's end says, in words.
-std::string describeEnd(int status) {
-    if (WIFEXITED(status)) return "the server ended with status " + std::to_string(WEXITSTATUS(status));
-    if (WIFSIGNALED(status)) return "the server was ended by signal " + std::to_string(WTERMSIG(status));
-    return "the server ended";
-}
-
-// Sleeps for the pause, or less when a signal asks the watch to end.
-void pauseFor(std::chrono::seconds pause) {
-    timespec rest{static_cast<time_t>(pause.count()), 0};
-    while (!endRequest && nanosleep(&rest, &rest) != 0) {
+// The policy of the watch from its options; nothing after telling what is wrong with one.
+std::optional<WatchPolicy> watchPolicy(const Invocation& call, std::ostream& err) {
+    WatchPolicy policy;
+    const std::optional<std::chrono::milliseconds> grace =
+        secondsValue(call, "--stop-timeout", policy.stopTimeout, err);
+    if (!grace) return std::nullopt;
+    policy.stopTimeout = *grace;
+    if (const std::optional<std::string> limit = call.value("--start-limit")) {
+        unsigned starts = 0, seconds = 0;
+        char end = 0;
+        if (std::sscanf(limit->c_str(), "%u/%u%c", &starts, &seconds, &end) != 2 || starts < 1 || starts > 1000 ||
+            seconds < 1 || seconds > 86400 || limit->find_first_of("+- ") != std::string::npos) {
+            badUse(*call.command,
+                   "launch: --start-limit takes STARTS/SECONDS, from 1 to 1000 starts within 1 s to a day, not " +
+                       *limit,
+                   err);
+            return std::nullopt;
+        }
+        policy.startLimit = static_cast<int>(starts);
+        policy.startInterval = std::chrono::seconds(seconds);
     }
+    return policy;
 }
 
-int watch(const ProgramStart& start, const std::string& directory, std::ostream& err) {
-    struct sigaction handler {};
-    handler.sa_handler = handOn;
-    sigemptyset(&handler.sa_mask);
-    for (const int signal : {SIGINT, SIGTERM, SIGHUP})
-        sigaction(signal, &handler, nullptr);
-
-    std::chrono::seconds pause = kFirstPause;
-    for (;;) {
-        const auto started = std::chrono::steady_clock::now();
-        const StartResult child = spawnChild(start.program, start.arguments, directory, {start.logFile, true});
-        if (!child.ok()) {
-            err << timeStamp() << " kscfg: cannot start the server program \"" << start.program << "\": " << child.error
-                << '\n';
-            return 1;
+// Keeps the server running under the watch: the record of the port names the watch and the server of the
+// moment, the lines go to standard error or, with --log, with the server's output to a rotated file.
+int watch(const ProgramStart& start, const std::string& directory, const WatchPolicy& policy, std::optional<int> port,
+          std::unique_ptr<RecordHold> hold, const std::string& config, const std::optional<std::string>& logFile,
+          std::ostream& err) {
+    std::unique_ptr<RotatingLog> log;
+    if (logFile) {
+        log = std::make_unique<RotatingLog>(*logFile, kWatchLogLimit, kWatchLogsKept);
+        if (const std::optional<std::string> problem = log->open()) {
+            err << "kscfg: " << *problem << '\n';
+            return kFailed;
         }
-        watchedServer = static_cast<std::sig_atomic_t>(child.pid);
-        err << timeStamp() << " kscfg: started the server, pid " << child.pid << ": " << start.commandLine << std::endl;
-        // A signal that came before the server's pid was known is handed on now.
-        if (endRequest) kill(static_cast<pid_t>(child.pid), endRequest);
-
-        int status = 0;
-        while (waitpid(static_cast<pid_t>(child.pid), &status, 0) < 0 && errno == EINTR) {
-        }
-        watchedServer = 0;
-        const bool failed = !(WIFEXITED(status) && WEXITSTATUS(status) == 0);
-        if (endRequest || !failed) {
-            err << timeStamp() << " kscfg: " << describeEnd(status)
-                << (endRequest ? " on request; the watch ends" : "; the watch ends") << std::endl;
-            return 0;
-        }
-        if (std::chrono::steady_clock::now() - started >= kGoodRun) pause = kFirstPause;
-        err << timeStamp() << " kscfg: " << describeEnd(status) << "; starting it again in " << pause.count() << " s"
-            << std::endl;
-        pauseFor(pause);
-        if (endRequest) {
-            err << timeStamp() << " kscfg: asked to end; the watch ends" << std::endl;
-            return 0;
-        }
-        pause = std::min(pause * 2, std::chrono::duration_cast<std::chrono::seconds>(kLongestPause));
     }
+    ServerRecord record;
+    WatchHooks hooks;
+    hooks.say = [&](const std::string& line) {
+        const std::string stamped = timeStamp() + " kscfg: " + line + "\n";
+        if (log)
+            log->write(stamped);
+        else
+            err << stamped << std::flush;
+    };
+    if (log) hooks.output = [&](std::string_view bytes) { log->write(bytes); };
+    hooks.started = [&](long pid) {
+        if (!port) return;
+        // The first start happens under the hold that found the port free; each later one takes it anew.
+        if (!hold) hold = std::make_unique<RecordHold>();
+        record = startedServer(pid, pid, config);
+        record.watch = ownProcessId();
+        record.ticks = processStartTicks(record.watch).value_or(-1);
+        hold->write(*port, record);
+        hold.reset();
+    };
+    const WatchEnd end = watchServer(start, directory, policy, hooks);
+    if (port) removeServerRecord(RecordHold().file(*port), record);
+    switch (end) {
+    case WatchEnd::Requested:
+    case WatchEnd::Finished:
+        return kDone;
+    case WatchEnd::StartLimit:
+        return kGaveUp;
+    case WatchEnd::StartFailed:
+        break;
+    }
+    return kFailed;
 }
-
-#endif
 
 } // namespace
 
@@ -132,40 +130,63 @@ int runLaunch(const Invocation& call, std::ostream& out, std::ostream& err) {
     if (call.has("--foreground") && call.has("--watch"))
         return badUse(*call.command, "launch takes --foreground or --watch, not both", err);
     const Mode mode = call.has("--foreground") ? Mode::Foreground : call.has("--watch") ? Mode::Watch : Mode::Detached;
+    for (const std::string_view option : kWatchOptions)
+        if (mode != Mode::Watch && call.has(option))
+            return badUse(*call.command, "launch: " + std::string(option) + " goes with --watch", err);
+    const std::optional<WatchPolicy> policy = watchPolicy(call, err);
+    if (!policy) return kBadUse;
     const std::string& file = call.operands[0];
 
     FreshProgram fresh(err);
     if (!openOrSay(fresh, file, err)) return kFailed;
     if (const std::optional<std::string> problem = misplacedConfig(fresh.program))
         err << "warning: " << *problem << '\n';
+
+    // One server for each port: a record of a running one, or any process that holds the port, refuses the start.
+    // The hold lasts until the new server is recorded, so that two launches cannot both find the port free.
+    const std::optional<int> port = udpPort(fresh.program.field(id::FPORT).text());
+    auto hold = std::make_unique<RecordHold>();
+    if (port) {
+        if (const std::optional<FoundRecord> running = findRunningServer(*port)) {
+            err << "kscfg: a server for port " << *port << " runs already, pid "
+                << (running->record.pid > 0 ? running->record.pid : running->record.watch) << " (started from "
+                << running->record.config << "; kscfg stop ends it)\n";
+            return kFailed;
+        }
+        if (udpPortTaken(*port)) {
+            err << "kscfg: another process holds UDP port " << *port << "; the server was not started\n";
+            return kFailed;
+        }
+        if (!hold->problem().empty()) err << "warning: no record of the server is kept: " << hold->problem() << '\n';
+    }
+    const std::string config = absoluteConfigFile(fresh.program);
+
     if (mode == Mode::Detached) {
         const LaunchResult result = startServer(fresh.program);
         out << result.commandLine << '\n';
         if (result.step != LaunchStep::Started) {
             out.flush();
             err << "kscfg: " << describeLaunchFailure(result) << '\n';
-            return 1;
+            return kFailed;
         }
+        if (port && result.pid > 0) hold->write(*port, startedServer(result.pid, processGroupOf(result.pid), config));
         out << "log: " << result.logFile << '\n';
-        return 0;
+        return kDone;
     }
 
-    if (isUnset(fresh.program.field(id::FFile).text())) return 1;
     const ProgramStart start = serverStart(fresh.program);
     const std::string directory = fresh.program.field(id::QDIR).text();
     out << start.commandLine << std::endl;
     if (mode == Mode::Foreground) {
-        // kscfg becomes the server: same process, same streams, the service manager's signals reach it.
+        // kscfg becomes the server: same process, same streams, the service manager's signals reach it. The hold
+        // ends with the exec.
+        const long self = ownProcessId();
+        if (port) hold->write(*port, startedServer(self, leadsOwnProcessGroup() ? self : 0, config));
         const OperationResult failed = execForeground(start.program, start.arguments, directory);
         err << "kscfg: cannot start the server program \"" << start.program << "\": " << failed.error << '\n';
-        return 1;
+        return kFailed;
     }
-#ifdef _WIN32
-    err << "kscfg: --watch needs a POSIX system\n";
-    return 1;
-#else
-    return watch(start, directory, err);
-#endif
+    return watch(start, directory, *policy, port, std::move(hold), config, call.value("--log"), err);
 }
 
 } // namespace ks::cli

@@ -73,12 +73,6 @@ std::size_t commentStart(std::string_view line) {
     return npos;
 }
 
-// The value without the double quotes around it.
-std::string_view unquoted(std::string_view value) {
-    if (value.size() >= 2 && value.front() == '"' && value.back() == '"') return value.substr(1, value.size() - 2);
-    return value;
-}
-
 // Where the word `word` of `text` ends, `word` being a view into `text`.
 std::size_t endOf(std::string_view text, std::string_view word) {
     return static_cast<std::size_t>(word.data() - text.data()) + word.size();
@@ -446,6 +440,11 @@ std::vector<Finding> checkConfig(Program& program, Program& reloaded, std::strin
     for (std::size_t i = 0; i < lines.size(); ++i)
         checker.checkLine(i + 1, lines[i]);
     return checker.finish();
+}
+
+std::string_view unquoted(std::string_view value) {
+    if (value.size() >= 2 && value.front() == '"' && value.back() == '"') return value.substr(1, value.size() - 2);
+    return value;
 }
 
 } // namespace ks

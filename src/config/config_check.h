@@ -40,6 +40,9 @@ struct Finding {
     std::string message;
 };
 
+// A value without the double quotes around it, as the server takes it.
+std::string_view unquoted(std::string_view value);
+
 // The kind as one word for tools: "unknown-key", "not-read", "comment-read", "cut", "quote-tail", "refused",
 // "flag-only-on", "flag-not-number", "reload-lost", "no-marker", "not-number", "open-quote", "duplicate",
 // "reload-changed", "password", "world-readable", "outside-game-dir".

@@ -179,17 +179,18 @@ OperationResult QtPlatform::changeDirectory(const std::string& path) {
 
 std::string QtPlatform::currentDirectory() { return pathFromQt(QDir::toNativeSeparators(QDir::currentPath())); }
 
-OperationResult QtPlatform::startProcess(const ProgramStart& start) {
+ProcessStart QtPlatform::startProcess(const ProgramStart& start) {
 #ifdef _WIN32
     // Windows hands the one command line on, as it always did.
     QStringList words = toQt(start.commandLine).split(QLatin1Char(' '), Qt::SkipEmptyParts);
-    if (words.isEmpty()) return OperationResult::failure("the command line is empty");
+    if (words.isEmpty()) return {OperationResult::failure("the command line is empty")};
     QProcess process;
     process.setProgram(words.takeFirst());
     process.setArguments(words);
     process.setWorkingDirectory(QDir::currentPath());
-    if (!process.startDetached()) return OperationResult::failure(fromQt(process.errorString()));
-    return OperationResult::success();
+    qint64 pid = 0;
+    if (!process.startDetached(&pid)) return {OperationResult::failure(fromQt(process.errorString()))};
+    return {OperationResult::success(), static_cast<long>(pid)};
 #else
     return startDetached(start.program, start.arguments, "", {start.logFile}).outcome();
 #endif

@@ -36,7 +36,7 @@ public:
     bool hasPlainFile(const std::string& directory) override;
     OperationResult changeDirectory(const std::string& path) override;
     std::string currentDirectory() override;
-    OperationResult startProcess(const ProgramStart& start) override;
+    ProcessStart startProcess(const ProgramStart& start) override;
     OperationResult openLink(const std::string& target) override;
     std::vector<std::string> drives() override;
     bool driveReady(const std::string& drive) override;

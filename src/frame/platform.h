@@ -39,6 +39,12 @@ struct OperationResult {
     static OperationResult failure(std::string why) { return {false, std::move(why)}; }
 };
 
+// The outcome of a start: on success the started program's process id, where the platform knows it (0 where it
+// does not).
+struct ProcessStart : OperationResult {
+    long pid = 0;
+};
+
 // A program to start without waiting for it: one path that is never split, and its arguments. `commandLine`
 // is the same as one line, as the operator reads it and as Windows hands it on.
 struct ProgramStart {
@@ -83,7 +89,7 @@ public:
     virtual OperationResult changeDirectory(const std::string& path) = 0;
     virtual std::string currentDirectory() = 0;
     // Starts a program from the current directory without waiting; its standard input is empty.
-    virtual OperationResult startProcess(const ProgramStart& start) = 0;
+    virtual ProcessStart startProcess(const ProgramStart& start) = 0;
     // Hands a document or link to the desktop's default handler.
     virtual OperationResult openLink(const std::string& target) = 0;
 

@@ -4,6 +4,8 @@
 #include "frame/program.h"
 #include "server/paths.h"
 #include "server/process.h"
+#include "server/process_control.h"
+#include "server/server_record.h"
 
 namespace ks {
 
@@ -13,14 +15,15 @@ std::string serverCommandLine(const Program& program) {
                                                    program.field(id::FFile).text()});
 }
 
-std::string serverLogFile(const Program& program) {
+std::string absoluteConfigFile(const Program& program) {
     const std::string& configFile = program.field(id::FFile).text();
     const bool absolute = program.pathStyle() == PathStyle::Linux
                               ? configFile.starts_with('/')
                               : configFile.size() > 1 && (configFile[1] == ':' || configFile.starts_with("\\\\"));
-    std::string log = absolute ? configFile : program.platform().currentDirectory() + program.separator() + configFile;
-    return log + ".log";
+    return absolute ? configFile : program.platform().currentDirectory() + program.separator() + configFile;
 }
+
+std::string serverLogFile(const Program& program) { return absoluteConfigFile(program) + ".log"; }
 
 ProgramStart serverStart(const Program& program) {
     ProgramStart start;
@@ -40,6 +43,7 @@ LaunchResult startServer(Program& program) {
     result.commandLine = start.commandLine;
     result.program = start.program;
     result.logFile = start.logFile;
+    result.configFile = absoluteConfigFile(program);
 
     const OperationResult changed = program.platform().changeDirectory(result.directory);
     if (!changed.ok) {
@@ -47,9 +51,10 @@ LaunchResult startServer(Program& program) {
         result.error = changed.error;
         return result;
     }
-    const OperationResult started = program.platform().startProcess(start);
+    const ProcessStart started = program.platform().startProcess(start);
     result.step = started.ok ? LaunchStep::Started : LaunchStep::Start;
     result.error = started.error;
+    result.pid = started.pid;
     return result;
 }
 
@@ -82,6 +87,9 @@ void saveAndStartServer(Program& program) {
             {describeLaunchFailure(result), "Server Not Started", MessageButtons::Ok, MessageIcon::Exclamation, 0});
         return;
     case LaunchStep::Started:
+        // The launcher starts a second server for a port when asked; the record names the newest.
+        if (const std::optional<int> port = udpPort(program.field(id::FPORT).text()); port && result.pid > 0)
+            RecordHold().write(*port, startedServer(result.pid, processGroupOf(result.pid), result.configFile));
         return;
     }
 }

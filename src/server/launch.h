@@ -24,14 +24,19 @@ struct LaunchResult {
     std::string directory;   // QDIR, where the server runs
     std::string program;     // the game program the command line starts
     std::string logFile;     // where the server's output goes: beside the configuration file, its name and ".log"
+    std::string configFile;  // the configuration file, made absolute
     std::string error;       // the platform's reason for a failure
+    long pid = 0;            // the started server's process id, where the platform tells it
 };
 
 // The command line that starts the server for the fields as they stand.
 std::string serverCommandLine(const Program& program);
 
-// The file that takes the server's output: the configuration file's path followed by ".log", made absolute
-// from the current directory when it is relative, so that it lies beside the configuration file.
+// The configuration file's path, made absolute from the current directory when it is relative.
+std::string absoluteConfigFile(const Program& program);
+
+// The file that takes the server's output: the absolute configuration file's path followed by ".log", so that it
+// lies beside the configuration file.
 std::string serverLogFile(const Program& program);
 
 // What starts the server for the fields as they stand: the program in QDIR as one path, the pieces of the
@@ -45,8 +50,9 @@ LaunchResult startServer(Program& program);
 // One line for the operator about a failed start, naming the directory or program and the reason.
 std::string describeLaunchFailure(const LaunchResult& result);
 
-// Run this Server: saves, then starts the server with the configuration in hand. A failing change to QDIR or
-// a failing start is told in a message box; the launcher goes on.
+// Run this Server: saves, then starts the server with the configuration in hand and records it for its port
+// (server_record.h), so that kscfg status and stop find it. A failing change to QDIR or a failing start is told
+// in a message box; the launcher goes on.
 void saveAndStartServer(Program& program);
 
 } // namespace ks

@@ -190,6 +190,10 @@ StartResult prepare(Launch& launch, const std::string& program, const std::vecto
     if (!streams) return {};
     launch.input = aboveStreams(open("/dev/null", O_RDONLY | O_CLOEXEC));
     if (launch.input < 0) return failure(errno, "/dev/null");
+    if (streams->outputDescriptor >= 0) {
+        launch.output = fcntl(streams->outputDescriptor, F_DUPFD_CLOEXEC, 3);
+        return launch.output < 0 ? failure(errno) : StartResult{};
+    }
     if (!streams->logFile.empty()) return openLog(streams->logFile, launch.output);
     launch.output = aboveStreams(open("/dev/null", O_WRONLY | O_CLOEXEC));
     return launch.output < 0 ? failure(errno, "/dev/null") : StartResult{};

@@ -25,6 +25,9 @@ struct StartOptions {
     std::string logFile;
     // The program runs in a session of its own, away from the caller's terminal and its signals.
     bool newSession = true;
+    // When not -1, standard output and error go to this descriptor of the caller's instead (its standard error,
+    // the writing end of a pipe), and logFile is not used.
+    int outputDescriptor = -1;
 };
 
 struct StartResult {
@@ -32,7 +35,7 @@ struct StartResult {
     int errorNumber = 0; // the errno of a failure
     std::string error;   // the failure in words: "No such file or directory", "Exec format error", ...
     bool ok() const { return pid > 0; }
-    OperationResult outcome() const { return ok() ? OperationResult::success() : OperationResult::failure(error); }
+    ProcessStart outcome() const { return {ok() ? OperationResult::success() : OperationResult::failure(error), pid}; }
 };
 
 // A program and its arguments, cut from one command line.

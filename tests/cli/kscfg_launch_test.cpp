@@ -1,6 +1,5 @@
 #include "cli/kscfg_run.h"
-#include "config/writer.h"
-#include "support/launcher.h"
+#include "cli/stand_in.h"
 
 #include <gtest/gtest.h>
 
@@ -11,54 +10,17 @@
 #include <thread>
 
 using namespace ks;
+using test::awaitFile;
 using test::kscfg;
 using test::Outcome;
+using test::processAlive;
+using test::QuakeDirectory;
 
 namespace fs = std::filesystem;
 
 namespace {
 
 using Clock = std::chrono::steady_clock;
-
-// A Quake II directory with a blank in its name, a decoy program where a split at the blank would lead, and a
-// configuration in its game directory that names it.
-struct QuakeDirectory : test::TempDir {
-    std::string qdir = file("Quake II");
-    std::string config = qdir + "/kestrand/server.cfg";
-
-    QuakeDirectory() {
-        fs::create_directories(qdir + "/kestrand");
-        test::Launcher writer;
-        writer.main("QDIR").setText(qdir);
-        writer.main("FGD").setText("kestrand");
-        writer.main("FFile").setText(config);
-        EXPECT_TRUE(writeConfig(writer.program).ok);
-        server(file("Quake"), "echo decoy > \"$(dirname \"$0\")/decoy.txt\"\n");
-    }
-    // Puts a stand-in server script in place.
-    void server(const std::string& path, const std::string& body) const {
-        test::writeBytes(path, "#!/bin/sh\n" + body);
-        fs::permissions(path, fs::perms::owner_all);
-    }
-    // Script lines that write the server's pid and then the output of `commands` to record.txt beside it, whole.
-    std::string record(const std::string& commands) const {
-        return "here=$(dirname \"$0\")\n{ echo $$; " + commands +
-               "; } > \"$here/record.tmp\"\nmv \"$here/record.tmp\" \"$here/record.txt\"\n";
-    }
-    std::string program() const { return qdir + "/quake2"; }
-    std::string line() const {
-        return program() + " +set game kestrand +set dedicated 1 +set port 27910 +exec server.cfg";
-    }
-};
-
-// Waits up to five seconds for a file to appear and gives its bytes.
-std::string awaitFile(const std::string& path) {
-    for (int i = 0; i < 100 && !fs::exists(path); ++i)
-        std::this_thread::sleep_for(std::chrono::milliseconds(50));
-    return test::readBytes(path);
-}
-
-bool processAlive(long pid) { return fs::exists("/proc/" + std::to_string(pid)); }
 
 } // namespace
 
@@ -79,20 +41,23 @@ TEST(KscfgLaunch, ABadDirectoryOrProgramEndsWithOneClearLine) {
 // not keep the terminal: its caller gets the output at once while the server runs on with its own log.
 TEST(KscfgLaunch, StartsTheServerWholeFromQdirAndLeavesItRunningOnItsOwn) {
     QuakeDirectory q;
-    q.server(q.program(), q.record("printf '%s\\n' \"$@\"; pwd; readlink /proc/self/fd/0") +
-                              "echo 'server says hello'\nexec sleep 30\n");
+    q.server(q.program(), "echo 'server says hello'\n" +
+                              q.record("printf '%s\\n' \"$@\"; pwd; readlink /proc/self/fd/0") + "exec sleep 30\n");
     const auto begun = Clock::now();
     const Outcome outcome = kscfg("launch " + test::quoted(q.config), "/", "2>&1 </dev/null");
-    EXPECT_LT(Clock::now() - begun, std::chrono::seconds(5));
+    EXPECT_LT(Clock::now() - begun, std::chrono::seconds(25)); // the server sleeps 30 s
     ASSERT_EQ(outcome.status, 0) << outcome.output;
     EXPECT_EQ(outcome.output, q.line() + "\nlog: " + q.config + ".log\n");
 
     const std::string record = awaitFile(q.qdir + "/record.txt");
     const pid_t pid = std::stoi(record);
-    EXPECT_EQ(record.substr(record.find('\n') + 1),
-              "+set\ngame\nkestrand\n+set\ndedicated\n1\n+set\nport\n27910\n+exec\nserver.cfg\n" + q.qdir +
-                  "\n/dev/null\n");
+    EXPECT_EQ(record.substr(record.find('\n') + 1), "+set\ngame\nkestrand\n+set\ndedicated\n1\n+set\nport\n" +
+                                                        std::to_string(q.port) + "\n+exec\nserver.cfg\n" + q.qdir +
+                                                        "\n/dev/null\n");
     EXPECT_EQ(awaitFile(q.config + ".log"), "server says hello\n");
+    // The port's record names the server and its configuration.
+    EXPECT_EQ(q.recordedPid(), pid);
+    EXPECT_NE(q.serverRecord().find("\nconfig " + q.config + "\n"), std::string::npos) << q.serverRecord();
     // The server runs in a session of its own, away from the caller's terminal.
     EXPECT_NE(getsid(pid), getsid(0));
     EXPECT_NE(getsid(pid), -1);
@@ -134,16 +99,15 @@ TEST(KscfgLaunch, TheWatchRestartsAFailingServerWithGrowingPausesAndEndsWithItOn
 
     kill(static_cast<pid_t>(watchPid), SIGTERM);
     EXPECT_EQ(awaitFile(q.qdir + "/ended.txt"), "ended\n");
-    for (int i = 0; i < 100 && (processAlive(watchPid) || processAlive(serverPid)); ++i) {
+    for (int i = 0; i < 400 && (processAlive(watchPid) || processAlive(serverPid)); ++i) {
         std::this_thread::sleep_for(std::chrono::milliseconds(50));
         waitpid(static_cast<pid_t>(watchPid), nullptr, WNOHANG);
     }
     EXPECT_FALSE(processAlive(serverPid));
-    // Each start and each end is one line with its time.
-    std::ifstream in(errors);
+    // Each start and each end is one line with its time, among what the server itself says.
     std::vector<std::string> lines;
-    for (std::string line; std::getline(in, line);)
-        lines.push_back(line.substr(20)); // behind "2026-11-23T14:30:05 "
+    for (const std::string& line : test::watchLines(errors))
+        if (line.starts_with("kscfg: ")) lines.push_back(line);
     ASSERT_EQ(lines.size(), 6u) << test::readBytes(errors);
     EXPECT_TRUE(lines[0].starts_with("kscfg: started the server, pid ")) << lines[0];
     EXPECT_EQ(lines[1], "kscfg: the server ended with status 4; starting it again in 1 s");
@@ -162,6 +126,7 @@ TEST(KscfgLaunch, AConfigTheServerWillNotFindIsToldByCommandCheckAndLaunch) {
                              elsewhere + " is not that file: the server would start without these settings\n";
     for (const std::string command : {"command", "launch"}) {
         EXPECT_EQ(kscfg(command + " " + test::quoted(q.config), "/", "2>&1 >/dev/null").output, "") << command;
+        test::awaitGone(q.recordedPid()); // one server for the port at a time
         const Outcome outcome = kscfg(command + " " + test::quoted(elsewhere), "/", "2>&1 >/dev/null");
         EXPECT_EQ(outcome.status, 0) << command;
         EXPECT_EQ(outcome.output, "warning: " + told) << command;

@@ -319,7 +319,12 @@ TEST(KscfgCompletion, OffersCommandsOptionsFilesAndTheProgramsOwnKeys) {
         {"set server.cfg hostname = ''", ""},
         {"get --j", "--json"},
         {"command server.cfg --style ''", "windows linux"},
-        {"check serv", "server.cfg"}};
+        {"check serv", "server.cfg"},
+        {"launch server.cfg --watch --log serv", "server.cfg"},
+        {"launch server.cfg --stop-timeout ''", ""},
+        {"rcon server.cfg sta", ""},
+        {"stop --timeout 5 serv", "server.cfg"},
+        {"get --json server.cfg fragl", "fraglimit"}};
     std::string script = "source '" + std::string(KS_DIST_DIR) + "/kscfg.bash-completion'\n" +
                          "offer() { COMP_WORDS=(\"$@\"); COMP_CWORD=$((${#COMP_WORDS[@]} - 1)); _kscfg; "
                          "echo \"${COMPREPLY[*]}\"; }\n",
@@ -334,17 +339,22 @@ TEST(KscfgCompletion, OffersCommandsOptionsFilesAndTheProgramsOwnKeys) {
     EXPECT_EQ(outcome.output, expected);
 }
 
-// Where systemd is installed, the unit passes its verification with the program it names in place.
-TEST(KscfgUnit, PassesSystemdsVerification) {
+// Where systemd is installed, the unit, with the path of kscfg that the installation writes into it, passes its
+// verification, and its exposure as systemd rates it offline is at most 3.0.
+TEST(KscfgUnit, PassesSystemdsVerificationAndIsHardened) {
     if (test::shell("command -v systemd-analyze").status != 0) GTEST_SKIP() << "no systemd-analyze";
     test::TempDir dir;
-    std::string unit = test::readBytes(std::string(KS_DIST_DIR) + "/kslaunch-server@.service");
-    const std::size_t exec = unit.find("\nExecStart=kscfg ");
+    std::string unit = test::readBytes(std::string(KS_DIST_DIR) + "/kslaunch-server@.service.in");
+    const std::size_t exec = unit.find("\nExecStart=@KSCFG@ ");
     ASSERT_NE(exec, std::string::npos);
-    unit.replace(exec + 11, 5, KSCFG_PATH);
-    const std::string instance = dir.file("kslaunch-server@srv-q2-kestrand-server.cfg.service");
+    unit.replace(exec + 11, 7, KSCFG_PATH);
+    const std::string instance = dir.file("kslaunch-server@srv-q2-kestrand.service");
     test::writeBytes(instance, unit);
     // --man=no: the manual page the unit names is installed with the package, not on the machine that builds it.
     const Outcome verified = test::shell("systemd-analyze verify --man=no " + quoted(instance) + " 2>&1");
     EXPECT_EQ(verified.status, 0) << verified.output;
+    const Outcome rated = test::shell("systemd-analyze security --offline=true --no-pager " + quoted(instance) +
+                                      " 2>&1 | sed -n 's/.*Overall exposure level for .*: \\([0-9.]*\\) .*/\\1/p'");
+    ASSERT_FALSE(rated.output.empty());
+    EXPECT_LE(std::stod(rated.output), 3.0) << rated.output;
 }

@@ -7,6 +7,8 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <regex>
+#include <set>
 
 using namespace ks;
 namespace fs = std::filesystem;
@@ -32,7 +34,9 @@ TEST(Installed, EveryFileStandsInItsPlaceAndTheProgramsFindTheirs) {
         "share/man/man1/kscfg.1.gz",
         "share/bash-completion/completions/kscfg",
         "lib/systemd/system/kslaunch-server@.service",
+        "lib/sysusers.d/kscfg.conf",
         "share/doc/kslaunch/copyright",
+        "share/doc/kscfg/copyright",
     };
     const std::string cues[] = {"ks4a", "rail", "bfg", "tab", "button"};
     for (const std::string& cue : cues)
@@ -49,6 +53,10 @@ TEST(Installed, EveryFileStandsInItsPlaceAndTheProgramsFindTheirs) {
     EXPECT_EQ(soundModules, 1);
 
     EXPECT_EQ(test::shell(quoted(root + "/bin/kscfg") + " --version").output, "kscfg 3.11\n");
+    // The unit starts the kscfg of its installation.
+    EXPECT_NE(test::readBytes(root + "/lib/systemd/system/kslaunch-server@.service")
+                  .find("\nExecStart=" + root + "/bin/kscfg launch ${KS_CONFIG} --foreground\n"),
+              std::string::npos);
     EXPECT_EQ(test::shell(quoted(root + "/bin/kslaunch") + " --version").output, "kslaunch 3.11\n");
     const std::string help = test::shell(quoted(root + "/bin/kslaunch") + " --help").output;
     EXPECT_NE(help.find("Help page:   " + root + "/share/kslaunch/ks.html\n"), std::string::npos) << help;
@@ -73,4 +81,48 @@ TEST(Installed, EveryFileStandsInItsPlaceAndTheProgramsFindTheirs) {
                       .status,
                   0)
             << cue;
+}
+
+// The part of the installation that a server without a desktop takes: kscfg with its manual page, completion,
+// unit and system user, and nothing of the launcher's.
+TEST(Installed, TheComponentKscfgHoldsTheCommandAndItsServerFilesAlone) {
+    test::TempDir prefix;
+    ASSERT_EQ(test::shell("cmake --install " + quoted(KS_BUILD_DIR) + " --component kscfg --prefix " +
+                          quoted(prefix.path().string()) + " >/dev/null")
+                  .status,
+              0);
+    std::set<std::string> files;
+    for (const auto& entry : fs::recursive_directory_iterator(prefix.path()))
+        if (!entry.is_directory()) files.insert(fs::relative(entry.path(), prefix.path()).string());
+    const std::set<std::string> expected = {"bin/kscfg",
+                                            "share/man/man1/kscfg.1.gz",
+                                            "share/bash-completion/completions/kscfg",
+                                            "lib/systemd/system/kslaunch-server@.service",
+                                            "lib/sysusers.d/kscfg.conf",
+                                            "share/doc/kscfg/copyright",
+                                            "share/doc/kscfg/changelog.gz"};
+    EXPECT_EQ(files, expected);
+}
+
+// cpack makes both packages in one run, where lintian is at hand: kscfg needs the C and C++ runtimes alone,
+// kslaunch needs kscfg of its own version, and lintian finds no error and no warning in either.
+TEST(Installed, TwoDebianPackagesFromOneRunThatLintianPasses) {
+    if (test::shell("command -v lintian && command -v dpkg-shlibdeps").status != 0) GTEST_SKIP() << "no lintian";
+    test::TempDir out;
+    const std::string dir = quoted(out.path().string());
+    const test::Outcome packed = test::shell(
+        "cpack -G DEB --config " + quoted(std::string(KS_BUILD_DIR) + "/CPackConfig.cmake") + " -B " + dir + " 2>&1");
+    ASSERT_EQ(packed.status, 0) << packed.output;
+    const std::string kscfg =
+        out.file("kscfg_3.11_" + test::shell("dpkg --print-architecture | tr -d '\\n'").output + ".deb");
+    const std::string kslaunch = std::regex_replace(kscfg, std::regex("kscfg_3"), "kslaunch_3");
+    const std::string runtimes =
+        test::shell("dpkg-deb -f " + quoted(kscfg) + " Depends | tr ',' '\\n' | sed 's/ *(.*//; s/^ *//' | sort")
+            .output;
+    EXPECT_EQ(runtimes, "libc6\nlibgcc-s1\nlibstdc++6\n");
+    EXPECT_NE(test::shell("dpkg-deb -f " + quoted(kslaunch) + " Depends").output.find("kscfg (= 3.11)"),
+              std::string::npos);
+    const test::Outcome lint = test::shell("lintian --no-tag-display-limit " + quoted(kscfg) + " " + quoted(kslaunch) +
+                                           " 2>&1 | grep -E '^[EW]: '");
+    EXPECT_EQ(lint.output, "");
 }

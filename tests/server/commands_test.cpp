@@ -2,6 +2,8 @@
 #include "session/menu.h"
 #include "support/launcher_test.h"
 
+#include <unistd.h>
+
 using namespace ks;
 using test::Launcher;
 
@@ -12,8 +14,15 @@ TEST(Run, SavesThenChangesToQdirAndStartsTheServerEachTimeEvenAfterANoToReplace)
     l.main("QDIR").setText("/srv/Quake 2");
     l.main("FGD").setText("Kestrand");
     l.main("FPORT").setText("27911");
+    l.platform.startedPid = getpid(); // a process that runs
+    setenv("XDG_RUNTIME_DIR", l.dir.path().c_str(), 1);
+    unsetenv("RUNTIME_DIRECTORY");
 
     saveAndStartServer(l.program);
+    // The port's record names the server, so that kscfg status and stop find it.
+    const std::string record = test::readBytes(l.dir.file("kslaunch/27911.state"));
+    EXPECT_TRUE(record.starts_with("pid " + std::to_string(getpid()) + "\n")) << record;
+    EXPECT_TRUE(record.ends_with("\nconfig " + file + "\n")) << record;
     EXPECT_FALSE(test::readBytes(file).empty()); // the save came first
     const std::string line = "/srv/Quake 2/quake2 +set game Kestrand +set dedicated 1 +set port 27911 +exec Server.CFG";
     EXPECT_EQ(l.effects(), (std::vector<std::string>{"changeDirectory /srv/Quake 2", "startProcess " + line}));

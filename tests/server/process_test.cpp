@@ -1,4 +1,5 @@
 #include "server/process.h"
+#include "server/rotating_log.h"
 #include "support/child_process.h"
 #include "support/temp_dir.h"
 
@@ -129,4 +130,22 @@ TEST(Process, ABareNameIsLookedUpInTheAbsoluteDirectoriesOfPath) {
     setenv("PATH", path.c_str(), 1);
     ASSERT_TRUE(result.ok()) << result.error;
     EXPECT_EQ(logLines(dir.file("log")).at(0), "[x]");
+}
+
+// The watch's log: once the file has reached its limit it becomes FILE.1, the older ones move up, the oldest goes.
+TEST(RotatingLog, MovesAFullFileAsideAndKeepsTheNewestOlderFiles) {
+    test::TempDir dir;
+    const std::string path = dir.file("watch.log");
+    test::writeBytes(path, "old\n");
+    RotatingLog log(path, 8, 2);
+    ASSERT_EQ(log.open(), std::nullopt);
+    for (const char* line : {"one\n", "two\n", "three\n", "four\n", "five\n", "six\n"})
+        log.write(line);
+    // "old\none\n" filled the first file; it went as the oldest at the third rotation.
+    EXPECT_EQ(test::readBytes(path), "six\n");
+    EXPECT_EQ(test::readBytes(path + ".1"), "four\nfive\n");
+    EXPECT_EQ(test::readBytes(path + ".2"), "two\nthree\n");
+    EXPECT_FALSE(fs::exists(path + ".3"));
+    EXPECT_EQ(RotatingLog(dir.path().string(), 8, 2).open(),
+              "the log file " + dir.path().string() + " is not a regular file");
 }

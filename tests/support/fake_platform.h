@@ -72,10 +72,12 @@ public:
     }
     std::string currentDirectory() override { return cwd; }
     std::vector<ProgramStart> starts;
-    OperationResult startProcess(const ProgramStart& start) override {
+    long startedPid = 0; // the process id a start gives; 0: unknown, as where the platform cannot tell
+    ProcessStart startProcess(const ProgramStart& start) override {
         record("startProcess " + start.commandLine, processes, start.commandLine);
         starts.push_back(start);
-        return failStartProcess ? OperationResult::failure("No such file or directory") : OperationResult::success();
+        if (failStartProcess) return {OperationResult::failure("No such file or directory")};
+        return {OperationResult::success(), startedPid};
     }
     OperationResult openLink(const std::string& target) override {
         record("openLink " + target, links, target);
