@@ -3,7 +3,27 @@
 #include "config/atomic_file.h"
 #include "rules/numbers.h"
 
+#ifdef _WIN32
+#include "frame/windows_paths.h"
+#endif
+
 namespace ks::cli {
+
+std::filesystem::path filePath(const std::string& name) {
+#ifdef _WIN32
+    return std::filesystem::path(wideText(name));
+#else
+    return std::filesystem::path(name);
+#endif
+}
+
+std::string pathText(const std::filesystem::path& path) {
+#ifdef _WIN32
+    return utf8Text(path.native());
+#else
+    return path.native();
+#endif
+}
 
 std::vector<Finding> findingsIn(std::string_view bytes, std::ostream& err) {
     FreshProgram fresh(err, true), reloaded(err, true);

@@ -12,12 +12,18 @@
 #include "session/startup.h"
 
 #include <chrono>
+#include <filesystem>
 #include <optional>
 #include <ostream>
 #include <string>
 #include <vector>
 
 namespace ks::cli {
+
+// The path of a file name as the program holds it (UTF-8 on Windows, the file system's bytes elsewhere), for
+// std::filesystem, which reads narrow text on Windows in another code page; and a path's text in the same form.
+std::filesystem::path filePath(const std::string& name);
+std::string pathText(const std::filesystem::path& path);
 
 // A program as the launcher has it at start, without the search for the mod's directory: every field at its
 // default, "Use Default" on and the IP empty. Its messages go to `err`, unless it is quiet.

@@ -10,7 +10,8 @@ namespace ks {
 
 // The platform of the command-line tool: no window, no sound. Message boxes become lines on the error
 // stream ("warning: TITLE: TEXT"), none while the platform is quiet, and take their first button; file
-// dialogs are cancelled.
+// dialogs are cancelled. Its files, directories and drives are those of the system it runs on: one root on POSIX
+// systems, drive letters on Windows.
 class ConsolePlatform : public Platform {
 public:
     explicit ConsolePlatform(std::ostream& messages);
@@ -28,6 +29,7 @@ public:
     bool isVisiblePlainFile(const std::string& path) override;
     bool isDirectory(const std::string& path) override;
     bool hasPlainFile(const std::string& directory) override;
+    bool readableByOthers(const std::string& path) override;
     OperationResult changeDirectory(const std::string& path) override;
     std::string currentDirectory() override;
     ProcessStart startProcess(const ProgramStart& start) override;

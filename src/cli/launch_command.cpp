@@ -26,7 +26,7 @@ enum class Mode { Detached, Foreground, Watch };
 constexpr std::string_view kWatchOptions[] = {"--stop-timeout", "--start-limit", "--log"};
 
 // The local time as 2026-11-23T14:30:05, for the lines of the watch.
-std::string timeStamp() {
+[[maybe_unused]] std::string timeStamp() {
     const std::time_t now = std::time(nullptr);
     std::tm local{};
 #ifdef _WIN32
@@ -117,12 +117,12 @@ std::optional<std::string> misplacedConfig(const Program& program) {
     const PathStyle style = program.pathStyle();
     const std::string& qdir = program.field(id::QDIR).text();
     std::error_code ec;
-    if (style != nativePathStyle() || !fs::is_directory(qdir, ec)) return std::nullopt;
+    if (style != nativePathStyle() || !program.platform().isDirectory(qdir)) return std::nullopt;
     const std::string& configFile = program.field(id::FFile).text();
     const std::string name = fileNamePart(style, configFile);
-    const fs::path gameDirectory = fs::path(qdir) / program.field(id::FGD).text();
-    if (fs::equivalent(gameDirectory / name, configFile, ec) && !ec) return std::nullopt;
-    return "the server runs +exec " + name + " from its game directory " + gameDirectory.string() + ", and " +
+    const fs::path gameDirectory = filePath(qdir) / filePath(program.field(id::FGD).text());
+    if (fs::equivalent(gameDirectory / filePath(name), filePath(configFile), ec) && !ec) return std::nullopt;
+    return "the server runs +exec " + name + " from its game directory " + pathText(gameDirectory) + ", and " +
            configFile + " is not that file: the server would start without these settings";
 }
 

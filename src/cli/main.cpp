@@ -8,7 +8,34 @@
 #include <iostream>
 #include <new>
 
+#ifdef _WIN32
+#include "frame/windows_paths.h"
+
+#include <fcntl.h>
+#include <io.h>
+#include <windows.h>
+
+#include <shellapi.h>
+#endif
+
 namespace {
+
+// The words of the command line. On Windows they come from the wide command line as UTF-8, the form in which the
+// program holds every path.
+std::vector<std::string> commandWords(int argc, char** argv) {
+#ifdef _WIN32
+    int count = 0;
+    wchar_t** words = CommandLineToArgvW(GetCommandLineW(), &count);
+    if (words) {
+        std::vector<std::string> result;
+        for (int i = 1; i < count; ++i)
+            result.push_back(ks::utf8Text(words[i]));
+        LocalFree(words);
+        return result;
+    }
+#endif
+    return std::vector<std::string>(argv + 1, argv + argc);
+}
 
 // Whether everything written to standard output reached it; a full disk or a closed pipe shows only here.
 bool outputReached(std::ostream& out) {
@@ -22,12 +49,17 @@ bool outputReached(std::ostream& out) {
 } // namespace
 
 int main(int argc, char** argv) {
+#ifdef _WIN32
+    // Bytes go out as they are, line ends too, as on other systems: a file written from the output is the same.
+    _setmode(_fileno(stdout), _O_BINARY);
+    _setmode(_fileno(stderr), _O_BINARY);
+#endif
     // Whatever a file holds reaches the terminal with its control bytes shown.
     ks::cli::ControlEscapingBuffer outBuffer(std::cout.rdbuf()), errBuffer(std::cerr.rdbuf());
     std::ostream out(&outBuffer), err(&errBuffer);
     int status = 1;
     try {
-        status = ks::cli::run(std::vector<std::string>(argv + 1, argv + argc), out, err);
+        status = ks::cli::run(commandWords(argc, argv), out, err);
     } catch (const std::bad_alloc&) {
         err << "kscfg: out of memory\n";
     } catch (const std::exception& error) {

@@ -10,7 +10,6 @@
 #include "session/settings_by_key.h"
 
 #include <algorithm>
-#include <filesystem>
 #include <ostream>
 #include <set>
 #include <string_view>
@@ -221,10 +220,7 @@ int runCheck(const Invocation& call, std::ostream& out, std::ostream& err) {
     if (!bytes) return kBadUse;
     FreshProgram fresh(err, true), reloaded(err, true);
     fresh.program.field(id::FFile).setText(file);
-    std::error_code ec;
-    const auto permissions = std::filesystem::status(file, ec).permissions();
-    const bool worldReadable =
-        !ec && (permissions & std::filesystem::perms::others_read) != std::filesystem::perms::none;
+    const bool worldReadable = fresh.platform.readableByOthers(file);
     std::vector<Finding> findings = checkConfig(fresh.program, reloaded.program, *bytes, worldReadable);
 
     // Where the file lies, which its bytes do not tell.

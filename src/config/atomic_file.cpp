@@ -1,5 +1,6 @@
 #include "config/atomic_file.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdio>
 #include <ctime>
@@ -8,8 +9,11 @@
 #include <utility>
 
 #ifdef _WIN32
-#include <filesystem>
+#include "frame/windows_paths.h"
+
+#include <fcntl.h>
 #include <io.h>
+#include <windows.h>
 #else
 #include <climits>
 #include <dirent.h>
@@ -38,6 +42,16 @@ std::string temporaryName() {
     return name;
 }
 
+bool isTemporaryName(std::string_view name) {
+    if (name.size() != 19 || !name.starts_with(".ks") || !name.ends_with(".tmp")) return false;
+    for (const char c : name.substr(3, 12))
+        if (!((c >= '0' && c <= '9') || (c >= 'a' && c <= 'f'))) return false;
+    return true;
+}
+
+// A temporary file left by a killed save goes once it is this old; a save that still runs writes far more often.
+constexpr std::time_t kStaleSeconds = 60;
+
 } // namespace
 
 SaveHooks setSaveHooksForTesting(SaveHooks next) {
@@ -47,25 +61,126 @@ SaveHooks setSaveHooksForTesting(SaveHooks next) {
 
 #ifdef _WIN32
 
+namespace {
+
+// A handle that closes with its owner.
+class Handle {
+public:
+    explicit Handle(HANDLE handle = INVALID_HANDLE_VALUE) : handle_(handle) {}
+    ~Handle() {
+        if (valid()) CloseHandle(handle_);
+    }
+    Handle(const Handle&) = delete;
+    Handle& operator=(const Handle&) = delete;
+    bool valid() const { return handle_ != INVALID_HANDLE_VALUE; }
+    HANDLE get() const { return handle_; }
+
+private:
+    HANDLE handle_;
+};
+
+OperationResult windowsFailure(DWORD error) { return OperationResult::failure(reasonOfWindowsError(error)); }
+
+// The directory part of a path, without its last backslash.
+std::wstring directoryOf(const std::wstring& path) { return path.substr(0, path.find_last_of(L'\\')); }
+
+// Removes what killed saves left in the directory: our name pattern, a plain file, untouched for a minute.
+void removeStaleTemporaries(const std::wstring& directory) {
+    WIN32_FIND_DATAW found{};
+    const HANDLE search = FindFirstFileW((directory + L"\\.ks*.tmp").c_str(), &found);
+    if (search == INVALID_HANDLE_VALUE) return;
+    FILETIME now{};
+    GetSystemTimeAsFileTime(&now);
+    const auto ticks = [](const FILETIME& time) {
+        return (static_cast<unsigned long long>(time.dwHighDateTime) << 32) | time.dwLowDateTime;
+    };
+    constexpr unsigned long long kTicksPerSecond = 10'000'000;
+    do {
+        if (isTemporaryName(utf8Text(found.cFileName)) && !(found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) &&
+            ticks(now) - ticks(found.ftLastWriteTime) > kStaleSeconds * kTicksPerSecond)
+            DeleteFileW((directory + L"\\" + found.cFileName).c_str());
+    } while (FindNextFileW(search, &found));
+    FindClose(search);
+}
+
+int writeAll(int fd, std::string_view bytes) {
+    while (!bytes.empty()) {
+        const unsigned size = static_cast<unsigned>(std::min<std::size_t>(bytes.size(), 1u << 30));
+        const long count = hooks().write ? hooks().write(fd, bytes.data(), size) : _write(fd, bytes.data(), size);
+        if (count < 0) return errno;
+        if (count == 0) return EIO;
+        bytes.remove_prefix(static_cast<std::size_t>(count));
+    }
+    return 0;
+}
+
+int flushToDisk(int fd) {
+    if (hooks().flush) return hooks().flush(fd) == 0 ? 0 : errno;
+    return FlushFileBuffers(reinterpret_cast<HANDLE>(_get_osfhandle(fd))) ? 0 : errnoOf(GetLastError());
+}
+
+} // namespace
+
+// The same steps as elsewhere, in the calls of Windows: the target is looked at through a handle (a link leads to
+// the file it names), a temporary file beside it is written, flushed and moved over it in one step. MoveFileExW
+// rather than ReplaceFileW: without a backup name, a ReplaceFileW that fails half-way can leave no file at the
+// target's name, where a move leaves either the old file or the new one.
 OperationResult replaceFileAtomically(const std::string& path, std::string_view bytes) {
-    namespace fs = std::filesystem;
-    const fs::path target(path);
-    std::error_code ec;
-    const fs::file_status status = fs::status(target, ec);
-    if (fs::is_directory(status)) return OperationResult::failure("it is a directory");
-    if (fs::exists(status) && !fs::is_regular_file(status)) return OperationResult::failure("it is not a regular file");
-    if (fs::exists(status) && (status.permissions() & fs::perms::owner_write) == fs::perms::none)
-        return OperationResult::failure("the file is read-only");
-    const fs::path temporary = target.parent_path() / temporaryName();
-    std::FILE* file = std::fopen(temporary.string().c_str(), "wbx");
-    if (!file) return OperationResult::failure(reasonOf(errno));
-    bool written = std::fwrite(bytes.data(), 1, bytes.size(), file) == bytes.size() && std::fflush(file) == 0 &&
-                   _commit(_fileno(file)) == 0;
-    written = std::fclose(file) == 0 && written;
-    if (written) fs::rename(temporary, target, ec);
-    if (!written || ec) {
-        fs::remove(temporary, ec);
-        return OperationResult::failure(ec ? ec.message() : reasonOf(errno ? errno : EIO));
+    std::wstring target = systemPath(path);
+    if (target.empty()) return OperationResult::failure(reasonOf(ENOENT));
+    if (isDevicePath(target)) return OperationResult::failure("it is not a regular file");
+    DWORD attributes = FILE_ATTRIBUTE_NORMAL;
+    {
+        const Handle old(CreateFileW(target.c_str(), FILE_READ_ATTRIBUTES,
+                                     FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr, OPEN_EXISTING,
+                                     FILE_FLAG_BACKUP_SEMANTICS, nullptr));
+        const DWORD openError = old.valid() ? ERROR_SUCCESS : GetLastError();
+        if (openError != ERROR_SUCCESS && openError != ERROR_FILE_NOT_FOUND) return windowsFailure(openError);
+        if (old.valid()) {
+            BY_HANDLE_FILE_INFORMATION information{};
+            if (GetFileType(old.get()) != FILE_TYPE_DISK) return OperationResult::failure("it is not a regular file");
+            if (!GetFileInformationByHandle(old.get(), &information)) return windowsFailure(GetLastError());
+            if (information.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY)
+                return OperationResult::failure("it is a directory");
+            if (information.dwFileAttributes & FILE_ATTRIBUTE_READONLY)
+                return OperationResult::failure("the file is read-only");
+            // The new file keeps the old one's hidden, system and archive marks.
+            attributes =
+                information.dwFileAttributes & (FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM | FILE_ATTRIBUTE_ARCHIVE);
+            if (attributes == 0) attributes = FILE_ATTRIBUTE_NORMAL;
+            // A link is kept: the file it leads to is replaced.
+            std::wstring final(32768, L'\0');
+            const DWORD length = GetFinalPathNameByHandleW(old.get(), final.data(), static_cast<DWORD>(final.size()),
+                                                           FILE_NAME_NORMALIZED | VOLUME_NAME_DOS);
+            if (length > 0 && length < final.size()) target = final.substr(0, length);
+        }
+    }
+    const std::wstring directory = directoryOf(target);
+    removeStaleTemporaries(directory);
+
+    std::wstring temporary;
+    HANDLE created = INVALID_HANDLE_VALUE;
+    for (int attempt = 0; attempt < 16 && created == INVALID_HANDLE_VALUE; ++attempt) {
+        temporary = directory + L"\\" + wideText(temporaryName());
+        created = CreateFileW(temporary.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW, attributes, nullptr);
+        if (created == INVALID_HANDLE_VALUE && GetLastError() != ERROR_FILE_EXISTS) break;
+    }
+    if (created == INVALID_HANDLE_VALUE) return windowsFailure(GetLastError());
+    const int fd = _open_osfhandle(reinterpret_cast<intptr_t>(created), _O_WRONLY | _O_BINARY);
+    if (fd < 0) {
+        CloseHandle(created);
+        DeleteFileW(temporary.c_str());
+        return OperationResult::failure(reasonOf(errno));
+    }
+    int error = writeAll(fd, bytes);
+    if (error == 0) error = flushToDisk(fd);
+    if (_close(fd) != 0 && error == 0) error = errno;
+    if (error == 0 &&
+        !MoveFileExW(temporary.c_str(), target.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH))
+        error = errnoOf(GetLastError());
+    if (error != 0) {
+        DeleteFileW(temporary.c_str());
+        return OperationResult::failure(reasonOf(error));
     }
     return OperationResult::success();
 }
@@ -75,7 +190,6 @@ OperationResult replaceFileAtomically(const std::string& path, std::string_view 
 namespace {
 
 constexpr int kMostLinks = 40; // the kernel's own limit for one path
-constexpr std::time_t kStaleSeconds = 60;
 
 // A descriptor that closes with its owner.
 class Descriptor {
@@ -129,13 +243,6 @@ int followLinks(std::string& path) {
         const std::string next(buffer, static_cast<std::size_t>(length));
         path = next.starts_with('/') ? next : directoryOf(path) + "/" + next;
     }
-}
-
-bool isTemporaryName(std::string_view name) {
-    if (name.size() != 19 || !name.starts_with(".ks") || !name.ends_with(".tmp")) return false;
-    for (const char c : name.substr(3, 12))
-        if (!((c >= '0' && c <= '9') || (c >= 'a' && c <= 'f'))) return false;
-    return true;
 }
 
 // Removes the temporary files that killed saves left in the directory: our name pattern, a regular file,

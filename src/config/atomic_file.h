@@ -27,6 +27,10 @@ namespace ks {
 //   one, ".ks" with 12 hex digits and ".tmp", whatever the length of the target's name. A save that is killed
 //   leaves at most such a file behind; the next save in the directory removes those older than a minute.
 //
+// On Windows the same steps go through the system's wide calls, the path in UTF-16 and the long form: the target is
+// looked at through a handle (a device such as NUL or CON, a directory and a read-only file are refused, a link leads
+// to its file), and the flushed temporary file is moved over it with MoveFileExW; owners and modes do not apply.
+//
 // On failure the old file is untouched and no temporary file is left.
 OperationResult replaceFileAtomically(const std::string& path, std::string_view bytes);
 

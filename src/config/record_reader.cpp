@@ -6,7 +6,13 @@
 #include <system_error>
 #include <vector>
 
-#ifndef _WIN32
+#ifdef _WIN32
+#include "frame/windows_paths.h"
+
+#include <fcntl.h>
+#include <io.h>
+#include <windows.h>
+#else
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -23,7 +29,35 @@ std::string reasonOf(int error) { return std::generic_category().message(error);
 
 } // namespace
 
-#ifndef _WIN32
+#ifdef _WIN32
+int openRegularFile(const std::string& path, std::string& reason) {
+    const std::wstring name = systemPath(path);
+    // NUL, CON and their kind: opening one could wait for a keyboard or read without end.
+    if (isDevicePath(name)) {
+        reason = "it is not a regular file";
+        return -1;
+    }
+    // Backup semantics let a directory open too, so that it can be named as one.
+    const HANDLE file = CreateFileW(name.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
+                                    nullptr, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr);
+    if (file == INVALID_HANDLE_VALUE) {
+        reason = reasonOfWindowsError(GetLastError());
+        return -1;
+    }
+    BY_HANDLE_FILE_INFORMATION information{};
+    if (GetFileType(file) != FILE_TYPE_DISK)
+        reason = "it is not a regular file";
+    else if (!GetFileInformationByHandle(file, &information))
+        reason = reasonOfWindowsError(GetLastError());
+    else if (information.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY)
+        reason = "it is a directory";
+    const int fd = reason.empty() ? _open_osfhandle(reinterpret_cast<intptr_t>(file), _O_RDONLY | _O_BINARY) : -1;
+    if (fd >= 0) return fd;
+    if (reason.empty()) reason = reasonOf(errno);
+    CloseHandle(file);
+    return -1;
+}
+#else
 int openRegularFile(const std::string& path, std::string& reason) {
     const int fd = ::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
     if (fd < 0) {
@@ -43,13 +77,14 @@ int openRegularFile(const std::string& path, std::string& reason) {
     ::close(fd);
     return -1;
 }
+#endif
 
 FileBytes readAllOf(int fd) {
     FileBytes result;
     try {
         char chunk[kBufferSize];
         for (;;) {
-            const ssize_t count = ::read(fd, chunk, sizeof chunk);
+            const auto count = ::read(fd, chunk, sizeof chunk);
             if (count < 0 && errno == EINTR) continue;
             if (count < 0) {
                 result.reason = reasonOf(errno);
@@ -66,29 +101,13 @@ FileBytes readAllOf(int fd) {
     result.ok = true;
     return result;
 }
-#endif
 
 FileBytes readRegularFile(const std::string& path) {
     FileBytes result;
-#ifdef _WIN32
-    RecordReader probe;
-    if (!probe.open(path)) {
-        result.reason = probe.reason();
-        return result;
-    }
-    std::FILE* file = std::fopen(path.c_str(), "rb");
-    char chunk[kBufferSize];
-    for (std::size_t count; file && (count = std::fread(chunk, 1, sizeof chunk, file)) > 0;)
-        result.bytes.append(chunk, count);
-    result.ok = file && !std::ferror(file);
-    if (!result.ok) result.reason = reasonOf(errno ? errno : EIO);
-    if (file) std::fclose(file);
-#else
     const int fd = openRegularFile(path, result.reason);
     if (fd < 0) return result;
     result = readAllOf(fd);
     ::close(fd);
-#endif
     return result;
 }
 
@@ -96,10 +115,6 @@ bool RecordReader::open(const std::string& path) {
     pos_ = len_ = 0;
     failed_ = false;
     reason_.clear();
-#ifdef _WIN32
-    file_.reset(std::fopen(path.c_str(), "rb"));
-    if (!file_) return fail(reasonOf(errno));
-#else
     const int fd = openRegularFile(path, reason_);
     if (fd < 0) return fail(reason_);
     file_.reset(fdopen(fd, "rb"));
@@ -108,7 +123,6 @@ bool RecordReader::open(const std::string& path) {
         ::close(fd);
         return fail(reasonOf(error));
     }
-#endif
     buffer_.resize(kBufferSize);
     return true;
 }

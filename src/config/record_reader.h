@@ -77,12 +77,11 @@ struct FileBytes {
 };
 FileBytes readRegularFile(const std::string& path);
 
-#ifndef _WIN32
 // Opens a regular file for reading and gives its descriptor, or -1 and the reason. Non-blocking at first, so that
-// a FIFO without a writer cannot hold the open up; the file type is known before a byte is read.
+// a FIFO without a writer cannot hold the open up; the file type is known before a byte is read. On Windows the
+// path goes to the system in UTF-16 and the long form, and a device (NUL, CON) is refused before it is opened.
 int openRegularFile(const std::string& path, std::string& reason);
 // Reads what is left of an open file.
 FileBytes readAllOf(int fd);
-#endif
 
 } // namespace ks

@@ -10,6 +10,10 @@
 
 #include <thread>
 
+#ifdef Q_OS_WIN
+#include <windows.h>
+#endif
+
 namespace ks {
 
 namespace {
@@ -39,6 +43,14 @@ std::optional<int> taskBarTop(const QWidget& window) {
     const QScreen* screen = window.screen();
     if (!screen) return std::nullopt;
     const QRect all = screen->geometry();
+#ifdef Q_OS_WIN
+    // The task bar is the shell's window of the class Shell_TrayWnd; a bar at the top of the screen counts as none.
+    RECT bar{};
+    if (const HWND tray = FindWindowW(L"Shell_TrayWnd", nullptr); tray && GetWindowRect(tray, &bar)) {
+        const int top = qRound(bar.top / screen->devicePixelRatio()) - all.y();
+        return top > 0 ? std::optional<int>(top) : std::nullopt;
+    }
+#endif
     const QRect available = screen->availableGeometry();
     const int bottom = available.y() + available.height();
     if (bottom < all.y() + all.height()) return bottom - all.y();

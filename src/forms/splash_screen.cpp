@@ -7,7 +7,10 @@
 #include "frame/program.h"
 
 #include <QCloseEvent>
+#include <QCoreApplication>
 #include <QEventLoop>
+#include <QFile>
+#include <QFileInfo>
 #include <QGuiApplication>
 #include <QImage>
 #include <QLabel>
@@ -17,6 +20,10 @@
 #include <QResource>
 #include <QScreen>
 #include <QTimer>
+
+#ifdef Q_OS_WIN
+#include <windows.h>
+#endif
 
 #ifdef KS_HAVE_XCB
 #include <QtGui/qguiapplication_platform.h>
@@ -104,6 +111,18 @@ bool windowSystemComposes() {
 #endif
 }
 
+#ifdef Q_OS_WIN
+// On the Windows 95 family the splash put the launcher's shortcut back on the desktop whenever it was missing: it
+// looks for the short name and copies the shortcut template that lies beside the program to the long one. The NT
+// family, the only one Qt 6 runs on, leaves the desktop alone, and so does a failed copy.
+void restoreDesktopShortcut() {
+    const bool windows95Family = (GetVersion() & 0x80000000u) != 0;
+    if (!windows95Family || QFileInfo(QStringLiteral("c:/windows/desktop/kestra~1.lnk")).isFile()) return;
+    QFile::copy(QCoreApplication::applicationDirPath() + QStringLiteral("/kslaunch.lnb"),
+                QStringLiteral("c:/windows/desktop/Kestrand Launcher.lnk"));
+}
+#endif
+
 } // namespace
 
 SplashScreen::SplashScreen(std::function<void()> playStartSound, QWidget* owner)
@@ -114,6 +133,9 @@ SplashScreen::SplashScreen(std::function<void()> playStartSound, QWidget* owner)
     buildCaptions();
     buildContinueButton();
     if (playStartSound) playStartSound();
+#ifdef Q_OS_WIN
+    restoreDesktopShortcut();
+#endif
     startTimers();
     traceStartupStep("splash-loaded");
 }

@@ -85,6 +85,8 @@ public:
     virtual bool isDirectory(const std::string& path) = 0;
     // The directory lists at least one plain file; false for a missing, unreadable or not ready one.
     virtual bool hasPlainFile(const std::string& directory) = 0;
+    // Users other than the file's owner and group may read it, by its mode bits; false where files have none.
+    virtual bool readableByOthers(const std::string&) { return false; }
 
     virtual OperationResult changeDirectory(const std::string& path) = 0;
     virtual std::string currentDirectory() = 0;

@@ -40,26 +40,8 @@ CommandParts splitCommandLine(std::string_view commandLine, std::string_view pro
     return parts;
 }
 
-#ifdef _WIN32
-
-namespace {
-StartResult unsupported() { return {-1, ENOSYS, "starting programs is not supported on this system"}; }
-} // namespace
-
-StartResult startDetached(const std::string&, const std::vector<std::string>&, const std::string&,
-                          const StartOptions&) {
-    return unsupported();
-}
-
-StartResult spawnChild(const std::string&, const std::vector<std::string>&, const std::string&, const StartOptions&) {
-    return unsupported();
-}
-
-OperationResult execForeground(const std::string&, const std::vector<std::string>&, const std::string&) {
-    return unsupported().outcome();
-}
-
-#else
+// The Windows implementation of the starts lies in process_windows.cpp.
+#ifndef _WIN32
 
 namespace {
 

@@ -16,7 +16,8 @@ namespace ks {
 // arrive exactly as given. A name without a slash is looked up in the absolute directories of PATH; a path
 // with a slash that is not absolute is taken from the caller's current directory. The program is executed
 // itself: a file that is neither a binary nor a script with "#!" fails with "Exec format error" and is never
-// handed to a shell. Only on POSIX systems; elsewhere every start fails and says so.
+// handed to a shell. On Windows (process_windows.cpp) the program starts by CreateProcessW with a command line
+// quoted by the Windows rules, and spawnChild is not supported.
 
 // Where the started program's streams go and how far it is cut loose from the caller.
 struct StartOptions {

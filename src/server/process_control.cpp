@@ -30,7 +30,8 @@ std::optional<std::string> signalProcesses(long, long, EndSignal) {
 }
 DirectoryLock::DirectoryLock(const std::string&, std::chrono::milliseconds) {}
 DirectoryLock::~DirectoryLock() = default;
-RuntimePlace ownRuntimeDirectory(bool) { return {{}, "records of running servers are not kept on this system"}; }
+// Windows keeps no records of running servers: a launch there is not held back by one, and says nothing of it.
+RuntimePlace ownRuntimeDirectory(bool) { return {}; }
 
 #else
 

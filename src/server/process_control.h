@@ -54,7 +54,7 @@ private:
 // The directory for this user's records of running servers, made when `make` asks and it is missing (mode 0700
 // for a private one); an error text when it cannot be made or is not safely this user's. Under a systemd unit with
 // RuntimeDirectory= it is $RUNTIME_DIRECTORY, else $XDG_RUNTIME_DIR/kslaunch, else /run/kslaunch for root, else
-// /tmp/kslaunch-UID.
+// /tmp/kslaunch-UID. On Windows, which keeps no records, an empty directory and no error.
 struct RuntimePlace {
     std::string directory;
     std::string error;

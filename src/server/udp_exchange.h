@@ -9,8 +9,7 @@
 
 namespace ks {
 
-// UDP as the game speaks it: one datagram out, the answers back. POSIX sockets; elsewhere every exchange fails
-// and says so, and no port counts as taken.
+// UDP as the game speaks it: one datagram out, the answers back, over POSIX sockets or Winsock.
 
 struct DatagramAnswers {
     std::vector<std::string> datagrams; // in the order they came; none when nothing came in time

@@ -5,7 +5,11 @@
 #include <filesystem>
 #include <map>
 #include <regex>
+#include <set>
+
+#ifndef _WIN32
 #include <sys/stat.h>
+#endif
 
 using namespace ks;
 namespace fs = std::filesystem;
@@ -104,10 +108,15 @@ TEST(Kscfg, BadUseEndsWithStatus2TheReasonAndTheUsageAndEachCommandHasItsHelp) {
             EXPECT_TRUE(one.output.starts_with(usage + "\n\n")) << one.output;
         }
     }
+#ifndef _WIN32
     const Outcome full = kscfg("--help", "/", "2>&1 >/dev/full");
     EXPECT_EQ(full.status, 1);
     EXPECT_EQ(full.output, "kscfg: cannot write to standard output: No space left on device\n");
+#endif
 }
+
+// FIFOs, links and POSIX devices; on Windows, NUL, CON and directories are refused in the Windows tests.
+#ifndef _WIN32
 
 // Whatever stands in the place of a file to read, every command names it and says why in one line, and ends with
 // 1, or with 2 where 1 means a finding. Nothing is written, a FIFO without a writer does not hold kscfg up and
@@ -164,6 +173,7 @@ TEST(Kscfg, EveryCommandSaysWhichFileItCannotReadAndWhyInOneVoice) {
     }
     EXPECT_TRUE(fs::is_fifo(fifo) && fs::is_symlink(loop) && !fs::exists(out));
 }
+#endif
 
 // The launcher's "NONE" means no file; in kscfg a name is a name, and "--" lets one begin with a dash. Options
 // may stand anywhere. A new file holds the launcher's own password, and kscfg says so.
@@ -216,10 +226,14 @@ TEST(KscfgGolden, NewAndConvertGiveTheCheckedInFilesByteForByte) {
         // The warnings, one line each on the error stream.
         EXPECT_EQ(outcome.output, test::readBytes((data / "convert/out" / (expected + ".err")).string())) << expected;
     };
+    // On Windows a single slash ends a value, as no Windows path holds one: these files, with their Linux paths and
+    // sound and model names, read otherwise there.
+    const std::set<std::string> slashed = {"all-changed", "foreign-crlf-quotes", "ours-lf"};
     int files = 0;
     for (const auto& entry : fs::directory_iterator(data / "convert/in")) {
-        convert(quoted(entry.path().string()), entry.path().stem().string());
         ++files;
+        if (nativePathStyle() == PathStyle::Windows && slashed.contains(entry.path().stem().string())) continue;
+        convert(quoted(entry.path().string()), entry.path().stem().string());
     }
     EXPECT_EQ(files, 7);
     convert(quoted((data / "convert/in/foreign-typical.cfg").string()) + " " +

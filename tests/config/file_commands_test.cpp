@@ -36,6 +36,7 @@ TEST_F(ConfigTest, SaveWithoutAFileShowsTheFirstTabThenRefusesAndWritesNothing) 
 }
 
 TEST_F(ConfigTest, SaveAsWritesANewNameAtOnceAndANoToReplaceKeepsTheFileButTakesTheName) {
+    if (nativePathStyle() == PathStyle::Windows) GTEST_SKIP() << "Linux paths over the files of a system with drives";
     saveConfigAs(program); // cancelled
     EXPECT_EQ(main("FFile").text(), "NONE");
     const FileDialogRequest& d = platform.dialogs.at(0);

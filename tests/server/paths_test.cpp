@@ -1,4 +1,5 @@
 #include "server/paths.h"
+#include "server/windows_command_line.h"
 
 #include <gtest/gtest.h>
 
@@ -60,4 +61,17 @@ TEST(ServerCommandLine, HasItsTenPiecesWithTheGameAndTheFileNameLowerCasedOnlyIn
 
 TEST(CompanionPath, LiesInTheCfgFolderBesideTheConfigurationFileOrTheCurrentOne) {
     EXPECT_EQ(companionPath(PathStyle::Windows, "server.cfg", "motd.txt"), "cfg\\motd.txt");
+}
+
+// Each row: the words, and the line that the C runtime of the started program cuts back into exactly those words.
+TEST(WindowsCommandLine, QuotesOnlyTheWordsThatNeedItAndEscapesQuotesAndTheBackslashesBeforeThem) {
+    const std::tuple<std::string, std::vector<std::string>, std::string> rows[] = {
+        {"C:\\QUAKE2\\quake2.exe", {"+set", "game", "kestrand"}, "C:\\QUAKE2\\quake2.exe +set game kestrand"},
+        {"C:\\Quake II\\quake2.exe", {"", "two words"}, "\"C:\\Quake II\\quake2.exe\" \"\" \"two words\""},
+        {"q", {"say \"hi\""}, "q \"say \\\"hi\\\"\""},
+        {"q", {"C:\\ends in\\"}, "q \"C:\\ends in\\\\\""},
+        {"q", {"\\\\\"x", "a\\b", "tab\there"}, "q \"\\\\\\\\\\\"x\" a\\b \"tab\there\""},
+    };
+    for (const auto& [program, words, line] : rows)
+        EXPECT_EQ(windowsCommandLine(program, words), line) << line;
 }

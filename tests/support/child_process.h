@@ -3,10 +3,15 @@
 #include <cerrno>
 #include <cstdio>
 #include <functional>
+
+#ifndef _WIN32
 #include <sys/wait.h>
 #include <unistd.h>
+#endif
 
 namespace ks::test {
+
+#ifndef _WIN32
 
 constexpr int kUncaughtException = 99;
 
@@ -32,5 +37,9 @@ inline int runInChild(const std::function<int()>& body, unsigned seconds = 10) {
 }
 
 inline bool runningAsRoot() { return geteuid() == 0; }
+#else
+// Windows has no user whom file permissions do not bind in the way of root.
+inline bool runningAsRoot() { return false; }
+#endif
 
 } // namespace ks::test
