@@ -57,16 +57,35 @@ std::string range(std::size_t start, std::size_t count) {
 
 } // namespace
 
-int ControlEscapingBuffer::overflow(int c) {
-    if (c == traits_type::eof()) return traits_type::not_eof(c);
-    const auto byte = static_cast<unsigned char>(c);
-    if (byte == '\n' || (byte >= 0x20 && byte != 0x7f))
-        return target_->sputc(static_cast<char>(byte)) == traits_type::eof() ? traits_type::eof() : c;
+namespace {
+
+// The byte as the terminal may show it: as it is, or escaped.
+void appendShown(std::string& shown, unsigned char byte) {
+    if (byte == '\n' || (byte >= 0x20 && byte != 0x7f)) {
+        shown += static_cast<char>(byte);
+        return;
+    }
     char escaped[8];
     const int length = byte == '\t' ? std::snprintf(escaped, sizeof escaped, "\\t")
                                     : std::snprintf(escaped, sizeof escaped, "\\x%02x", byte);
-    const auto count = static_cast<std::streamsize>(length);
-    return target_->sputn(escaped, count) == count ? c : traits_type::eof();
+    shown.append(escaped, static_cast<std::size_t>(length));
+}
+
+} // namespace
+
+int ControlEscapingBuffer::overflow(int c) {
+    if (c == traits_type::eof()) return traits_type::not_eof(c);
+    const char byte = static_cast<char>(c);
+    return xsputn(&byte, 1) == 1 ? c : traits_type::eof();
+}
+
+std::streamsize ControlEscapingBuffer::xsputn(const char* text, std::streamsize count) {
+    std::string shown;
+    shown.reserve(static_cast<std::size_t>(count));
+    for (std::streamsize i = 0; i < count; ++i)
+        appendShown(shown, static_cast<unsigned char>(text[i]));
+    const auto size = static_cast<std::streamsize>(shown.size());
+    return target_->sputn(shown.data(), size) == size ? count : 0;
 }
 
 int ControlEscapingBuffer::sync() { return target_->pubsync(); }

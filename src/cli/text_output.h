@@ -17,6 +17,9 @@ public:
 
 protected:
     int overflow(int c) override;
+    // A run of text goes on in one piece, so that a line written at once reaches the stream in one write and does
+    // not mix with what another process writes to the same stream.
+    std::streamsize xsputn(const char* text, std::streamsize count) override;
     int sync() override;
 
 private:
