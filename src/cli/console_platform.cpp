@@ -1,5 +1,6 @@
 #include "cli/console_platform.h"
 
+#include "frame/file_tests.h"
 #include "server/process.h"
 
 #include <cstdlib>
@@ -26,6 +27,12 @@ MessageAnswer ConsolePlatform::messageBox(const MessageBoxRequest& request) {
         return MessageAnswer::Ok;
     }
 }
+
+bool ConsolePlatform::isPlainFile(const std::string& path) { return file_tests::isPlainFile(path); }
+bool ConsolePlatform::isVisiblePlainFile(const std::string& path) { return file_tests::isVisiblePlainFile(path); }
+bool ConsolePlatform::isDirectory(const std::string& path) { return file_tests::isDirectory(path); }
+bool ConsolePlatform::hasPlainFile(const std::string& directory) { return file_tests::hasPlainFile(directory); }
+bool ConsolePlatform::readableByOthers(const std::string& path) { return file_tests::readableByOthers(path); }
 
 ProcessStart ConsolePlatform::startProcess(const ProgramStart& start) {
     return startDetached(start.program, start.arguments, "", {start.logFile}).outcome();

@@ -2,6 +2,7 @@
 
 #include "cli/console_platform.h"
 
+#include "frame/file_tests.h"
 #include "server/process.h"
 
 #include <cstdlib>
@@ -16,34 +17,6 @@ std::string ConsolePlatform::programPath() {
     std::error_code ec;
     const fs::path self = fs::read_symlink("/proc/self/exe", ec);
     return ec ? std::string() : self.string();
-}
-
-bool ConsolePlatform::isPlainFile(const std::string& path) {
-    std::error_code ec;
-    return fs::is_regular_file(path, ec);
-}
-
-bool ConsolePlatform::isVisiblePlainFile(const std::string& path) {
-    const std::string name = fs::path(path).filename().string();
-    return isPlainFile(path) && !(name.size() > 1 && name[0] == '.');
-}
-
-bool ConsolePlatform::readableByOthers(const std::string& path) {
-    std::error_code ec;
-    const fs::perms permissions = fs::status(path, ec).permissions();
-    return !ec && (permissions & fs::perms::others_read) != fs::perms::none;
-}
-
-bool ConsolePlatform::isDirectory(const std::string& path) {
-    std::error_code ec;
-    return fs::is_directory(path, ec);
-}
-
-bool ConsolePlatform::hasPlainFile(const std::string& directory) {
-    std::error_code ec;
-    for (fs::directory_iterator it(directory, ec), end; !ec && it != end; it.increment(ec))
-        if (it->is_regular_file(ec)) return true;
-    return false;
 }
 
 OperationResult ConsolePlatform::changeDirectory(const std::string& path) {
@@ -63,7 +36,7 @@ OperationResult ConsolePlatform::openLink(const std::string& target) {
 
 std::vector<std::string> ConsolePlatform::drives() { return {"/"}; }
 
-bool ConsolePlatform::driveReady(const std::string& drive) { return isDirectory(drive); }
+bool ConsolePlatform::driveReady(const std::string& drive) { return file_tests::isDirectory(drive); }
 
 std::string ConsolePlatform::driveCurrentDirectory(const std::string& drive) {
     const std::string cwd = currentDirectory();

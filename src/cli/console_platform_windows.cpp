@@ -2,6 +2,7 @@
 
 #include "cli/console_platform.h"
 
+#include "frame/file_tests.h"
 #include "frame/windows_paths.h"
 
 #include <windows.h>
@@ -15,10 +16,6 @@ namespace {
 DWORD attributesOf(const std::string& path) {
     const std::wstring name = systemPath(path);
     return name.empty() || isDevicePath(name) ? INVALID_FILE_ATTRIBUTES : GetFileAttributesW(name.c_str());
-}
-
-bool isFile(DWORD attributes) {
-    return attributes != INVALID_FILE_ATTRIBUTES && !(attributes & FILE_ATTRIBUTE_DIRECTORY);
 }
 
 // The text a call of the kind "fill this buffer, or tell the size it needs" gives, as UTF-8.
@@ -41,36 +38,8 @@ std::string ConsolePlatform::programPath() {
     });
 }
 
-bool ConsolePlatform::isPlainFile(const std::string& path) { return isFile(attributesOf(path)); }
-
-bool ConsolePlatform::isVisiblePlainFile(const std::string& path) {
-    const DWORD attributes = attributesOf(path);
-    return isFile(attributes) && !(attributes & FILE_ATTRIBUTE_HIDDEN);
-}
-
-bool ConsolePlatform::readableByOthers(const std::string&) { return false; }
-
-bool ConsolePlatform::isDirectory(const std::string& path) {
-    const DWORD attributes = attributesOf(path);
-    return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY);
-}
-
-bool ConsolePlatform::hasPlainFile(const std::string& directory) {
-    const std::wstring name = systemPath(directory);
-    if (name.empty() || isDevicePath(name)) return false;
-    WIN32_FIND_DATAW found{};
-    const HANDLE search = FindFirstFileW((name + (name.ends_with(L'\\') ? L"*" : L"\\*")).c_str(), &found);
-    if (search == INVALID_HANDLE_VALUE) return false;
-    bool plainFile = false;
-    do
-        plainFile = !(found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY);
-    while (!plainFile && FindNextFileW(search, &found));
-    FindClose(search);
-    return plainFile;
-}
-
 OperationResult ConsolePlatform::changeDirectory(const std::string& path) {
-    if (!isDirectory(path)) {
+    if (!file_tests::isDirectory(path)) {
         const DWORD attributes = attributesOf(path);
         return OperationResult::failure(attributes == INVALID_FILE_ATTRIBUTES ? reasonOfWindowsError(GetLastError())
                                                                               : "Not a directory");

@@ -53,6 +53,8 @@ int main(int argc, char** argv) {
     // Bytes go out as they are, line ends too, as on other systems: a file written from the output is the same.
     _setmode(_fileno(stdout), _O_BINARY);
     _setmode(_fileno(stderr), _O_BINARY);
+    // Messages go out as they are written, before whatever standard output still holds, as on other systems.
+    std::setvbuf(stderr, nullptr, _IONBF, 0);
 #endif
     // Whatever a file holds reaches the terminal with its control bytes shown.
     ks::cli::ControlEscapingBuffer outBuffer(std::cout.rdbuf()), errBuffer(std::cerr.rdbuf());

@@ -1,13 +1,13 @@
 #include "forms/qt_platform.h"
 
 #include "forms/sound_output.h"
+#include "frame/file_tests.h"
 #include "server/process.h"
 
 #include <QApplication>
 #include <QCoreApplication>
 #include <QDesktopServices>
 #include <QDir>
-#include <QDirIterator>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QMessageBox>
@@ -56,8 +56,8 @@ SoundOutput* QtPlatform::soundOutput() {
         // Without a session's runtime directory the sound server's client library would keep its runtime link
         // under ~/.config/pulse; the launcher keeps nothing under HOME, so the link goes where Qt keeps its own.
         if (qEnvironmentVariableIsEmpty("XDG_RUNTIME_DIR") && qEnvironmentVariableIsEmpty("PULSE_RUNTIME_PATH"))
-            qputenv("PULSE_RUNTIME_PATH", QFile::encodeName(QStandardPaths::writableLocation(
-                                              QStandardPaths::RuntimeLocation)));
+            qputenv("PULSE_RUNTIME_PATH",
+                    QFile::encodeName(QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation)));
 #endif
         for (const QString& file : soundModuleFiles(QCoreApplication::applicationDirPath())) {
             sound_ = qobject_cast<SoundOutput*>(QPluginLoader(file).instance());
@@ -157,19 +157,10 @@ std::optional<std::string> QtPlatform::fileDialog(const FileDialogRequest& reque
     return pathFromQt(QDir::toNativeSeparators(dialog.selectedFiles().constFirst()));
 }
 
-bool QtPlatform::isPlainFile(const std::string& path) { return QFileInfo(pathToQt(path)).isFile(); }
-
-bool QtPlatform::isVisiblePlainFile(const std::string& path) {
-    const QFileInfo info(pathToQt(path));
-    return info.isFile() && !info.isHidden();
-}
-
-bool QtPlatform::isDirectory(const std::string& path) { return QFileInfo(pathToQt(path)).isDir(); }
-
-bool QtPlatform::hasPlainFile(const std::string& directory) {
-    QDirIterator it(pathToQt(directory), QDir::Files | QDir::Hidden | QDir::System);
-    return it.hasNext();
-}
+bool QtPlatform::isPlainFile(const std::string& path) { return file_tests::isPlainFile(path); }
+bool QtPlatform::isVisiblePlainFile(const std::string& path) { return file_tests::isVisiblePlainFile(path); }
+bool QtPlatform::isDirectory(const std::string& path) { return file_tests::isDirectory(path); }
+bool QtPlatform::hasPlainFile(const std::string& directory) { return file_tests::hasPlainFile(directory); }
 
 OperationResult QtPlatform::changeDirectory(const std::string& path) {
     if (!QFileInfo(pathToQt(path)).isDir()) return OperationResult::failure("the directory does not exist");
