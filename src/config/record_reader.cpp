@@ -112,7 +112,7 @@ FileBytes readRegularFile(const std::string& path) {
 }
 
 bool RecordReader::open(const std::string& path) {
-    pos_ = len_ = 0;
+    pos_ = len_ = offset_ = 0;
     failed_ = false;
     reason_.clear();
     const int fd = openRegularFile(path, reason_);
@@ -132,7 +132,7 @@ void RecordReader::openBytes(std::string_view bytes) {
     failed_ = false;
     reason_.clear();
     buffer_.assign(bytes.begin(), bytes.end());
-    pos_ = 0;
+    pos_ = offset_ = 0;
     len_ = buffer_.size();
 }
 
@@ -143,6 +143,7 @@ bool RecordReader::fail(std::string reason) {
 }
 
 bool RecordReader::fill() {
+    offset_ += len_;
     pos_ = len_ = 0;
     if (!file_ || failed_) return false;
     errno = 0;
@@ -189,10 +190,12 @@ bool RecordReader::readRecord(std::string& record) {
     record.clear();
     while (available() && buffer_[pos_] == ' ')
         ++pos_;
+    recordStart_ = offset_ + pos_;
     if (!available()) return !failed_;
 
     if (buffer_[pos_] == '"') {
         ++pos_;
+        recordStart_ = offset_ + pos_;
         while (available()) {
             const std::size_t start = pos_;
             while (pos_ < len_ && buffer_[pos_] != '"' && !endsLine(buffer_[pos_]))
@@ -239,23 +242,16 @@ std::vector<std::string_view> fileLines(std::string_view bytes) {
 }
 
 std::vector<std::string_view> lineRecords(std::string_view line) {
+    // The reader's own cutting, over the line's bytes and a line end: each record is a run of those bytes.
+    RecordReader reader;
+    reader.openBytes(std::string(line) + '\n');
     std::vector<std::string_view> records;
-    for (std::size_t pos = 0;;) {
-        while (pos < line.size() && line[pos] == ' ')
-            ++pos;
-        std::size_t comma = std::string_view::npos;
-        if (pos < line.size() && line[pos] == '"') {
-            const std::size_t close = line.find('"', pos + 1);
-            records.push_back(
-                line.substr(pos + 1, close == std::string_view::npos ? std::string_view::npos : close - pos - 1));
-            if (close != std::string_view::npos) comma = line.find(',', close + 1);
-        } else {
-            comma = line.find(',', pos);
-            records.push_back(line.substr(pos, comma == std::string_view::npos ? std::string_view::npos : comma - pos));
-        }
-        if (comma == std::string_view::npos) return records;
-        pos = comma + 1;
-    }
+    std::string record;
+    do {
+        reader.read(record);
+        records.push_back(line.substr(reader.recordStart(), record.size()));
+    } while (!reader.atEnd());
+    return records;
 }
 
 } // namespace ks

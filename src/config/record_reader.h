@@ -33,6 +33,9 @@ public:
     bool atEnd();
     // Reads the next record; false when the input failed on the way.
     bool read(std::string& record);
+    // Where the record read last begins in the input, behind the blanks and the double quote ahead of it: a record
+    // is the run of bytes from there on, of its own length.
+    std::size_t recordStart() const { return recordStart_; }
     // The file could not be opened or a read failed.
     bool failed() const { return failed_; }
     // Why, in words: "it is a directory", "it is not a regular file", "out of memory" or the system's own
@@ -56,6 +59,8 @@ private:
     std::vector<char> buffer_;
     std::size_t pos_ = 0;
     std::size_t len_ = 0;
+    std::size_t offset_ = 0; // bytes of the input ahead of the buffer
+    std::size_t recordStart_ = 0;
     bool failed_ = false;
     std::string reason_;
 };
@@ -64,9 +69,7 @@ private:
 // the bytes behind the last line end make a line of their own.
 std::vector<std::string_view> fileLines(std::string_view bytes);
 
-// The records of one line as the record reader gives them: blanks ahead of a record are skipped, a comma ends
-// it, and one that begins with a double quote runs to the next double quote, both quotes removed, behind which
-// everything up to the next comma is dropped. Each record is a view into the line.
+// The records of one line, cut by the record reader. Each record is a view into the line.
 std::vector<std::string_view> lineRecords(std::string_view line);
 
 // The whole of a regular file, or why it could not be read, in the words of RecordReader::reason().
