@@ -1,9 +1,10 @@
-# The Debian packages: cpack -G DEB in a Release build gives two packages from one run.
-#   kscfg_3.11_<arch>.deb     the command for the shell, its manual page and completion, the systemd unit and its
-#                             system user: it needs nothing but the C and C++ runtimes, for a server without a
-#                             desktop
-#   kslaunch_3.11_<arch>.deb  the launcher, its sound module and cues, the help page, the menu entry, the icons,
-#                             the AppStream entry and its manual page; it depends on kscfg
+# The Debian packages: cpack -G DEB in a Release build gives two packages from one run, named with the version of
+# project().
+#   kscfg_VERSION_ARCH.deb     the command for the shell, its manual page and completion, the systemd unit and its
+#                              system user: it needs nothing but the C and C++ runtimes, for a server without a
+#                              desktop
+#   kslaunch_VERSION_ARCH.deb  the launcher, its sound module and cues, the help page, the menu entry, the icons,
+#                              the AppStream entry and its manual page; it depends on kscfg
 # The library dependencies of each come from dpkg-shlibdeps (Debian package dpkg-dev).
 
 set(CPACK_PACKAGE_NAME kslaunch)

@@ -1,11 +1,12 @@
 // Reads the bytes as a configuration file, as File, Open does, and writes the file again. Whatever the bytes,
-// the launcher must not crash, and what it writes has its fixed layout: 237 lines, or 238 with a server IP,
-// each ending in CR LF. The lines kscfg keeps behind the layout leave the reading as it was, and kscfg check
-// comes to its end.
+// the launcher must not crash, and what it writes has its fixed layout: a line for each row of the layout, the
+// IP's only with a server IP, each ending in CR LF. The lines kscfg keeps behind the layout leave the reading as
+// it was, and kscfg check comes to its end.
 
 #include "cli/console_platform.h"
 #include "config/config_check.h"
 #include "config/kept_lines.h"
+#include "config/layout.h"
 #include "config/reader.h"
 #include "config/setting_keys.h"
 #include "config/writer.h"
@@ -53,7 +54,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 
     const std::size_t lines = countLines(written);
     const bool withAddress = !program.field(ks::id::IP).text().empty();
-    if (lines != (withAddress ? 238u : 237u) || !written.ends_with("\r\n")) std::abort();
+    if (lines != ks::layoutLineCount(withAddress) || !written.ends_with("\r\n")) std::abort();
 
     // What was written reads back without harm too.
     ks::Program again(platform, ks::PathStyle::Linux);

@@ -42,6 +42,22 @@ void printWrapped(std::string_view text, std::size_t indent, std::ostream& out) 
     }
 }
 
+std::string plainText(std::string_view text) {
+    std::string plain(text);
+    std::erase(plain, '`');
+    return plain;
+}
+
+std::string exitStatusHelp() {
+    std::string help = "Exit status:";
+    std::string_view separator = " ";
+    for (const ExitStatus& status : kExitStatuses) {
+        help += std::string(separator) + std::to_string(status.value) + " " + plainText(status.meaning);
+        separator = "; ";
+    }
+    return help + ".";
+}
+
 std::optional<std::string> Invocation::value(std::string_view option) const {
     for (const auto& [name, given] : options)
         if (name == option) return given;
@@ -61,17 +77,18 @@ std::string usageLine(const CommandSpec& command) {
 
 void printCommandHelp(const CommandSpec& command, std::ostream& out) {
     out << usageLine(command) << "\n\n";
-    printWrapped(command.summary, 0, out);
+    printWrapped(plainText(command.summary), 0, out);
     out << "\nOptions:\n";
     const auto row = [&](std::string name, std::string_view help) {
         name.resize(std::max(name.size() + 2, kOptionColumn - 2), ' ');
         out << "  " << name << help << '\n';
     };
     for (const OptionSpec& option : command.options)
-        row(std::string(option.name) + (option.value.empty() ? "" : " " + std::string(option.value)), option.help);
+        row(std::string(option.name) + (option.value.empty() ? "" : " " + std::string(option.value)),
+            plainText(option.help));
     row("--help", "show this help");
     out << '\n';
-    printWrapped(kExitStatusHelp, 0, out);
+    printWrapped(exitStatusHelp(), 0, out);
 }
 
 int badUse(const CommandSpec& command, std::string_view what, std::ostream& err) {

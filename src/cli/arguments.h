@@ -15,22 +15,42 @@ namespace ks::cli {
 
 // The exit statuses of kscfg.
 inline constexpr int kDone = 0;
-inline constexpr int kFailed = 1;      // a file that cannot be read or written, a start that fails; check and diff
-                                       // found something
-inline constexpr int kBadUse = 2;      // bad use, an unknown key; check and diff: a file that cannot be read
-inline constexpr int kRefused = 3;     // set: a value was refused
-inline constexpr int kBusy = 4;        // another kscfg kept changing the file for the whole wait
-inline constexpr int kNoAnswer = 5;    // status, rcon: the server did not answer within the wait
-inline constexpr int kBadPassword = 6; // rcon: the server refused the password
-inline constexpr int kGaveUp = 7;      // launch --watch: the server failed too often within the start interval
+inline constexpr int kFailed = 1;
+inline constexpr int kBadUse = 2;
+inline constexpr int kRefused = 3;
+inline constexpr int kBusy = 4;
+inline constexpr int kNoAnswer = 5;
+inline constexpr int kBadPassword = 6;
+inline constexpr int kGaveUp = 7;
 
-inline constexpr std::string_view kExitStatusHelp =
-    "Exit status: 0 done; 1 failed (a file that cannot be read or written, a start that fails, a server that runs "
-    "already or cannot be stopped, a password that protects nothing), or check found something, or diff found "
-    "differences; 2 bad use or an unknown key (check and diff: also a file that cannot be read); 3 set refused a "
-    "value and wrote nothing; 4 another kscfg was changing the file for the whole wait, and nothing was written; "
-    "5 no answer from the server; 6 the server refused the rcon_password; 7 the watch gave up after too many "
-    "failed starts.";
+// In the texts of the reference (what a command does, what an option does, what an exit status means), commands,
+// options and keys as typed stand between back quotes: `--help` prints them plain, the manual page in bold and the
+// help page as code.
+
+// An exit status and what it means. The help, the manual page and the help page list them from kExitStatuses.
+struct ExitStatus {
+    int value;
+    std::string_view meaning;
+};
+
+inline constexpr ExitStatus kExitStatuses[] = {
+    {kDone, "done"},
+    {kFailed, "failed (a file that cannot be read or written, a start that fails, a server that runs already or "
+              "cannot be stopped, a password that protects nothing), or `check` found something, or `diff` found "
+              "differences"},
+    {kBadUse, "bad use or an unknown key (`check` and `diff`: also a file that cannot be read)"},
+    {kRefused, "`set` refused a value and wrote nothing"},
+    {kBusy, "another `kscfg` was changing the file for the whole wait, and nothing was written"},
+    {kNoAnswer, "no answer from the server"},
+    {kBadPassword, "the server refused the `rcon_password`"},
+    {kGaveUp, "the watch gave up after too many failed starts"},
+};
+
+// A text of the reference as --help prints it: without the back quotes.
+std::string plainText(std::string_view text);
+
+// "Exit status: 0 done; 1 failed ...; 7 ...", the paragraph that ends every help.
+std::string exitStatusHelp();
 
 // Prints a text in lines of at most 100 characters, each indented by `indent` blanks.
 void printWrapped(std::string_view text, std::size_t indent, std::ostream& out);

@@ -5,6 +5,7 @@
 #include "cli/launch_command.h"
 #include "cli/server_commands.h"
 #include "cli/settings_commands.h"
+#include "config/layout.h"
 #include "config/writer.h"
 #include "frame/program.h"
 #include "server/launch.h"
@@ -64,23 +65,23 @@ int runHelp(const Invocation& call, std::ostream& out, std::ostream& err);
 // The options, a table for each command.
 constexpr OptionSpec kQuiet{"--quiet", "", "leave out the warnings"};
 constexpr OptionSpec kWait{"--wait", "SECONDS",
-                           "wait this long for another kscfg that changes the same file (10 by default)"};
+                           "wait this long for another `kscfg` that changes the same file (10 by default)"};
 constexpr OptionSpec kNewOptions[] = {kWait};
 constexpr OptionSpec kConvertOptions[] = {{"-o", "OUT", "the file to write", true}, kQuiet, kWait};
 constexpr OptionSpec kCommandOptions[] = {
     {"--style", "windows|linux", "the line as the launcher builds it on that system (the running one's by default)"}};
 constexpr OptionSpec kLaunchOptions[] = {
-    {"--foreground", "", "kscfg becomes the server: same process, same streams, the service manager's signals"},
+    {"--foreground", "", "`kscfg` becomes the server: same process, same streams, the service manager's signals"},
     {"--watch", "",
-     "kscfg stays, starts the server again after a failure, hands signals on to its process group and ends it "
+     "`kscfg` stays, starts the server again after a failure, hands signals on to its process group and ends it "
      "whole; its log goes to standard error"},
     {"--stop-timeout", "SECONDS",
-     "with --watch: SIGKILL for the server's group this long after a request to end (10 by default)"},
+     "with `--watch`: SIGKILL for the server's group this long after a request to end (10 by default)"},
     {"--start-limit", "STARTS/SECONDS",
-     "with --watch: give up (status 7) when the server failed after so many starts within so many seconds "
+     "with `--watch`: give up (status 7) when the server failed after so many starts within so many seconds "
      "(5/60 by default)"},
     {"--log", "FILE",
-     "with --watch: the log and the server's output go to FILE, rotated at 10 MiB, 5 older files kept as FILE.1 to "
+     "with `--watch`: the log and the server's output go to FILE, rotated at 10 MiB, 5 older files kept as FILE.1 to "
      "FILE.5"}};
 constexpr OptionSpec kHost{"--host", "HOST", "ask the server at HOST rather than at 127.0.0.1"};
 constexpr OptionSpec kStatusOptions[] = {{"--json", "", "print one JSON object"}, kHost};
@@ -95,7 +96,7 @@ constexpr OptionSpec kSetOptions[] = {
     kWait};
 constexpr OptionSpec kCheckOptions[] = {{"--json", "", "print an array of {line, kind, message}"}};
 constexpr OptionSpec kDiffOptions[] = {kQuiet};
-constexpr OptionSpec kKeysOptions[] = {{"--settable", "", "leave out the flag totals, which set cannot set"}};
+constexpr OptionSpec kKeysOptions[] = {{"--settable", "", "leave out the flag totals, which `set` cannot set"}};
 
 constexpr CommandSpec kCommands[] = {
     {"new", "FILE", 1, 1, 1, kNewOptions,
@@ -171,17 +172,20 @@ int runHelp(const Invocation& call, std::ostream& out, std::ostream& err) {
            "Usage:\n";
     for (const CommandSpec& command : kCommands) {
         out << "  " << usageLine(command).substr(7) << '\n';
-        printWrapped(command.summary, 6, out);
+        printWrapped(plainText(command.summary), 6, out);
     }
     out << "\nCFG and FILE name a Quake II console script (.cfg) in the launcher's layout: CR LF line ends,\n"
-           "237 lines, or 238 with a server IP, and behind them the lines set keeps. KEY is a key as the\n"
+        << layoutLineCount(false) << " lines, or " << layoutLineCount(true)
+        << " with a server IP, and behind them the lines set keeps. KEY is a key as the\n"
            "file names it (kscfg keys lists them). Options may stand anywhere; -- ends them.\n"
            "kscfg COMMAND --help tells about one command.\n\n";
-    printWrapped(kExitStatusHelp, 0, out);
+    printWrapped(exitStatusHelp(), 0, out);
     return kDone;
 }
 
 } // namespace
+
+std::span<const CommandSpec> commandTable() { return kCommands; }
 
 int run(const std::vector<std::string>& args, std::ostream& out, std::ostream& err) {
     if (args.empty()) {

@@ -251,4 +251,11 @@ constexpr LayoutLine kLayoutRows[] = {
 
 std::span<const LayoutLine> configLayout() { return kLayoutRows; }
 
+std::size_t layoutLineCount(bool withAddress) {
+    std::size_t lines = 0;
+    for (const LayoutLine& line : kLayoutRows)
+        if (withAddress || line.field != id::IP) ++lines;
+    return lines;
+}
+
 } // namespace ks

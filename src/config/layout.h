@@ -4,6 +4,7 @@
 
 #include "frame/catalogue.h"
 
+#include <cstddef>
 #include <span>
 #include <string_view>
 
@@ -36,5 +37,8 @@ inline constexpr std::string_view kLineEnd = "\r\n";
 
 // Every line of a written file, first to last. The line of the IP field is left out when IP is empty.
 std::span<const LayoutLine> configLayout();
+
+// How many lines a written file has in the launcher's layout, with the IP line or without it.
+std::size_t layoutLineCount(bool withAddress);
 
 } // namespace ks

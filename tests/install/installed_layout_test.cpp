@@ -53,6 +53,14 @@ TEST(Installed, EveryFileStandsInItsPlaceAndTheProgramsFindTheirs) {
     EXPECT_EQ(soundModules, 1);
 
     EXPECT_EQ(test::shell(quoted(root + "/bin/kscfg") + " --version").output, "kscfg 3.11\n");
+    // The manual page and the help page carry the version and kscfg's options and usage lines as the build made them.
+    const std::string manual = test::shell("gzip -dc " + quoted(root + "/share/man/man1/kscfg.1.gz")).output;
+    EXPECT_NE(manual.find("\"KSLaunch 3.11\""), std::string::npos);
+    EXPECT_NE(manual.find(".SS \"kscfg stop\"\n.TP\n\\fB\\-\\-timeout\\fR\\ \\fISECONDS\\fR\nSend SIGKILL"),
+              std::string::npos);
+    const std::string helpPage = test::readBytes(root + "/share/kslaunch/ks.html");
+    EXPECT_NE(helpPage.find("<title>Kestrand Launcher 3.11 "), std::string::npos);
+    EXPECT_NE(helpPage.find("\nkscfg stop CFG [--timeout SECONDS]\n      send SIGTERM"), std::string::npos);
     // The unit starts the kscfg of its installation.
     EXPECT_NE(test::readBytes(root + "/lib/systemd/system/kslaunch-server@.service")
                   .find("\nExecStart=" + root + "/bin/kscfg launch ${KS_CONFIG} --foreground\n"),
