@@ -1,9 +1,6 @@
 #include "config/reader.h"
 #include "config/writer.h"
-#include "frame/catalogue.h"
 #include "support/launcher_test.h"
-
-#include <set>
 
 using namespace ks;
 using ConfigTest = test::LauncherTest;
@@ -167,43 +164,4 @@ TEST_F(ConfigTest, OpenStartsInTheGameDirectoryCancelChangesNothingAndAnUnreadab
         EXPECT_EQ(shown(), std::vector<std::string>{test::kFileWarning + "There is no such existing file!"}) << path;
         EXPECT_EQ(platform.messages[0].icon, MessageIcon::Critical);
     }
-}
-
-// Every field gets a value of its own and every check box is on; read into a launcher whose boxes are all
-// off, the file restores everything but the five fields whose written key the reader does not know. So
-// every row of the reader's key tables is tried.
-TEST_F(ConfigTest, AWrittenFileRestoresEveryFieldButTheFiveWithKeysOfTheirOwn) {
-    check("ipCheck").setState(0);
-    int n = 0;
-    auto valueFor = [&n](const auto& row) -> std::string {
-        ++n;
-        if (row.kind == ValueKind::Switch) return row.defaultText == "1" ? "0" : "1";
-        if (row.range.any()) return "7";
-        if (row.kind == ValueKind::QuotedText || row.kind == ValueKind::QuotedModel)
-            return "\"v" + std::to_string(n) + "\"";
-        return row.kind == ValueKind::Address ? "10.0.0.1" : std::to_string(1000 + n);
-    };
-    for (const auto& row : mainFields())
-        if (row.name != "FFile") main(row.name).setText(valueFor(row));
-    for (const auto& row : weaponFields())
-        weapons(row.name).setText(valueFor(row));
-    for (const AmmoField& ammo : kStartAmmoRows)
-        flags(ammo.name).setText(std::to_string(++n));
-    for (const auto& box : program.form(FormId::Flags).checkBoxes())
-        box->setState(1);
-    main("FFile").setText(dir.file("all.cfg"));
-    ASSERT_TRUE(writeConfig(program).ok);
-    const auto written = snapshot();
-
-    test::Launcher fresh;
-    for (const auto& box : fresh.program.form(FormId::Flags).checkBoxes())
-        box->setState(0);
-    const auto start = fresh.snapshot();
-    fresh.open(dir.file("all.cfg"));
-    EXPECT_TRUE(fresh.platform.messages.empty());
-    const auto read = fresh.snapshot();
-    const std::set<std::string> ownKeys = {"frmMain.FAD1", "frmMain.FAD2", "frmMain.FAD5", "frmMain.FMS3",
-                                           "frmMain.ABT"};
-    for (const auto& [name, text] : written)
-        EXPECT_EQ(read.at(name), ownKeys.count(name) ? start.at(name) : text) << name;
 }
