@@ -102,17 +102,25 @@ leave
 
 # 2. The message answered at once, Continue by Return; no runtime directory.
 : >"$work/trace"
+started=$EPOCHSECONDS
 env -u XDG_RUNTIME_DIR KS_STARTUP_TRACE="$work/trace" "$launcher" >"$work/out2" 2>&1 &
 pid=$!
 keys "$(window 'No Kestrand Directory')" Return
 step continue-offered
 keys "$(window --class '^kslaunch$')" Return
+pressed=$EPOCHSECONDS
 window 'estrand Launcher$' >/dev/null
 step splash-ended
-# Continue, not the splash's own end, brought the main window: the splash went before its 15 s were up.
+# Continue, not the splash's own end, brought the main window: the splash went before its 15 s were up. Only a
+# Return pressed well within those 15 s tells the two ends apart; on a machine too busy for that the check waits
+# for another run.
 loaded=$(awk '$1 == "splash-loaded" { print $2 }' "$work/trace")
 ended=$(awk '$1 == "splash-ended" { print $2 }' "$work/trace")
-[ $((ended - loaded)) -lt 15000000000 ] || fail "Return on Continue did not end the splash"
+if [ $((pressed - started)) -lt 12 ]; then
+    [ $((ended - loaded)) -lt 15000000000 ] || fail "Return on Continue did not end the splash"
+else
+    echo "Return came $((pressed - started)) s after the start: too late to tell Continue from the splash's end"
+fi
 leave
 
 # 3. Nothing kept.
