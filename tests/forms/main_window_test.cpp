@@ -262,7 +262,11 @@ private slots:
         QTest::mouseClick(launcher.find<QPushButton>("Command1"), Qt::LeftButton);
         QCOMPARE(boxes, 85);
         QVERIFY(!flags->isVisible());
-        // Every box has turned: the two of the DM flags that were on are off, all others on.
+        // Every box has turned: each group's full mask but for the DM flags and bot detection that were on.
+        QStringList totals;
+        for (const char* total : {"WBT", "ABT", "WIBT", "WSWT", "WSIT", "DMFLAGT", "BOTT", "TRB"})
+            totals << qt(launcher.flags(total).text());
+        QCOMPARE(totals.join(' '), QStringLiteral("511 63 16383 511 16383 982959 0 511"));
         QVERIFY(renderConfig(launcher.program).find("set dmflags 982959\r\n") != std::string::npos);
         QCOMPARE(launcher.platform.sounds.front(), std::string("/opt/kslaunch/rail.wav"));
         QCOMPARE(launcher.platform.sounds.back(), std::string("/opt/kslaunch/button.wav"));
