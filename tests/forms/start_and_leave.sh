@@ -30,12 +30,12 @@ fail() {
     exit 1
 }
 
-display=70
-while [ -e "/tmp/.X$display-lock" ] || [ -e "/tmp/.X11-unix/X$display" ]; do display=$((display + 1)); done
-Xvfb ":$display" -screen 0 1024x768x24 -nolisten tcp >"$work/xvfb.log" 2>&1 &
+# The X server picks a free display itself and names it once it is ready: two runs at once never share one.
+Xvfb -displayfd 3 -screen 0 1024x768x24 -nolisten tcp 3>"$work/display" >"$work/xvfb.log" 2>&1 &
 xvfb=$!
-export DISPLAY=":$display"
-for _ in $(seq 100); do xdotool getdisplaygeometry >/dev/null 2>&1 && break; sleep 0.1; done
+for _ in $(seq 300); do [ -s "$work/display" ] && break; sleep 0.1; done
+[ -s "$work/display" ] || fail "the X server did not start"
+export DISPLAY=":$(head -n 1 "$work/display")"
 
 mkdir -p "$work/home" "$work/cache" "$work/runtime"
 chmod 700 "$work/runtime"
