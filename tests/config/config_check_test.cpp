@@ -1,6 +1,5 @@
 #include "config/config_check.h"
 #include "config/record_reader.h"
-#include "config/writer.h"
 #include "support/launcher_test.h"
 
 #include <filesystem>
@@ -20,33 +19,6 @@ std::vector<std::string> summary(test::Launcher& reader, const std::string& byte
 }
 
 } // namespace
-
-TEST(ConfigCheck, ALauncherFileNamesOnlyWhatAReloadOrTheServerGetsOtherwise) {
-    // Values that come back, values that a reload over a freshly started launcher does not bring back, and values
-    // that the server reads otherwise than they stand. A fresh file's report is KscfgCheck's.
-    test::Launcher writer;
-    writer.main("FHOSTN").setText("\"My Server");
-    writer.main("FPORT").setText("27910x");
-    writer.main("FFGL1").setText("40");
-    writer.main("FRCON2").setText("\"s3cret\"");
-    writer.check("Check57").setState(1);
-    writer.main("FAD5").setText("0");
-    writer.main("ABT").setText("0");
-    writer.main("FMS3").setText("master.example.org 192.0.2.99");
-    writer.main("FSM").setText("\"q2dm1\"");
-    writer.check("Check51").setState(0);
-    writer.check("Check66").setState(0);
-    test::Launcher reader;
-    EXPECT_EQ(summary(reader, renderConfig(writer.program)),
-              (std::vector<std::string>{"6 open-quote hostname", "7 not-number port", "9 reload-lost setmaster",
-                                        "18 reload-lost allow_download_sounds", "74 reload-lost bot_chat",
-                                        "116 flag-only-on df_instant_items", "132 not-read dmflags",
-                                        "154 flag-only-on b_kick", "159 not-read sv_botdetection", "237 cut map"}));
-    // The read leaves the fields as the Open command leaves them.
-    EXPECT_EQ(reader.flags("DMFLAGT").text(), "1104");
-    // The start map is taken with the blank behind its quote, and each save and reload would add one more.
-    EXPECT_EQ(reader.main("FSM").text(), "\"q2dm1\" ");
-}
 
 TEST(ConfigCheck, CountsLinesAsTheReaderDoesAndReadsEachRecordOfALine) {
     test::Launcher l;

@@ -30,12 +30,12 @@ fail() {
     exit 1
 }
 
-display=70
-while [ -e "/tmp/.X$display-lock" ] || [ -e "/tmp/.X11-unix/X$display" ]; do display=$((display + 1)); done
-Xvfb ":$display" -screen 0 1024x768x24 -nolisten tcp >"$work/xvfb.log" 2>&1 &
+# The X server picks a free display itself and names it once it is ready: two runs at once never share one.
+Xvfb -displayfd 3 -screen 0 1024x768x24 -nolisten tcp 3>"$work/display" >"$work/xvfb.log" 2>&1 &
 xvfb=$!
-export DISPLAY=":$display"
-for _ in $(seq 100); do xdotool getdisplaygeometry >/dev/null 2>&1 && break; sleep 0.1; done
+for _ in $(seq 300); do [ -s "$work/display" ] && break; sleep 0.1; done
+[ -s "$work/display" ] || fail "the X server did not start"
+export DISPLAY=":$(head -n 1 "$work/display")"
 
 mkdir -p "$work/home" "$work/cache" "$work/runtime"
 chmod 700 "$work/runtime"
@@ -102,17 +102,25 @@ leave
 
 # 2. The message answered at once, Continue by Return; no runtime directory.
 : >"$work/trace"
+started=$EPOCHSECONDS
 env -u XDG_RUNTIME_DIR KS_STARTUP_TRACE="$work/trace" "$launcher" >"$work/out2" 2>&1 &
 pid=$!
 keys "$(window 'No Kestrand Directory')" Return
 step continue-offered
 keys "$(window --class '^kslaunch$')" Return
+pressed=$EPOCHSECONDS
 window 'estrand Launcher$' >/dev/null
 step splash-ended
-# Continue, not the splash's own end, brought the main window: the splash went before its 15 s were up.
+# Continue, not the splash's own end, brought the main window: the splash went before its 15 s were up. Only a
+# Return pressed well within those 15 s tells the two ends apart; on a machine too busy for that the check waits
+# for another run.
 loaded=$(awk '$1 == "splash-loaded" { print $2 }' "$work/trace")
 ended=$(awk '$1 == "splash-ended" { print $2 }' "$work/trace")
-[ $((ended - loaded)) -lt 15000000000 ] || fail "Return on Continue did not end the splash"
+if [ $((pressed - started)) -lt 12 ]; then
+    [ $((ended - loaded)) -lt 15000000000 ] || fail "Return on Continue did not end the splash"
+else
+    echo "Return came $((pressed - started)) s after the start: too late to tell Continue from the splash's end"
+fi
 leave
 
 # 3. Nothing kept.

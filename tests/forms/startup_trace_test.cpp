@@ -19,10 +19,7 @@ namespace {
 // A window that notes when it was first painted, on the clock of the record.
 class Window : public QWidget {
 public:
-    explicit Window(const char* name) {
-        setObjectName(QLatin1String(name));
-        resize(100, 80);
-    }
+    explicit Window(const char* name) { setObjectName(QLatin1String(name)); }
     long long paintedAt = 0;
 
 protected:
@@ -35,27 +32,25 @@ protected:
 
 int main(int argc, char** argv) {
     ks::test::TempDir temp;
-    const std::string record = temp.file("record");
-    qputenv("KS_STARTUP_TRACE", QByteArray::fromStdString(record));
+    qputenv("KS_STARTUP_TRACE", QByteArray::fromStdString(temp.file("record")));
     QApplication app(argc, argv);
     ks::traceStartup();
-
     Window first("first"), second("second");
     first.show();
-    bool exposed = QTest::qWaitForWindowExposed(&first);
+    bool exposed = QTest::qWaitForWindowExposed(&first, 60000);
     ks::traceStartupStep("between");
     second.show();
-    exposed = QTest::qWaitForWindowExposed(&second) && exposed;
+    exposed = QTest::qWaitForWindowExposed(&second, 60000) && exposed;
     // Later frames, and a window shown again, are not first frames.
     first.update();
     first.hide();
     first.show();
-    exposed = QTest::qWaitForWindowExposed(&first) && exposed;
-    QTest::qWait(50);
+    exposed = QTest::qWaitForWindowExposed(&first, 60000) && exposed;
+    QCoreApplication::processEvents();
     ks::traceStartupStep("ready");
 
     // "frame first T0", "between T1", "frame second T2", "ready T3", with T0 <= T1 <= T2 <= T3.
-    std::istringstream in(ks::test::readBytes(record));
+    std::istringstream in(ks::test::readBytes(temp.file("record")));
     std::string steps;
     std::vector<long long> times;
     for (std::string line; std::getline(in, line);) {

@@ -3,12 +3,14 @@
 #include "forms/main_window.h"
 #include "forms/qt_platform.h"
 #include "forms/row_tabs.h"
+#include "forms/views.h"
 #include "support/launcher.h"
 
 #include <QApplication>
-#include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMenu>
+#include <QMenuBar>
 #include <QTest>
 #include <QTimer>
 
@@ -32,11 +34,18 @@ struct WindowLauncher : Launcher {
         // Forget the start-up search and its message: the tests look at what came after.
         platform.messages.clear();
         window->show();
-        (void)QTest::qWaitForWindowActive(window.get());
+        (void)QTest::qWaitForWindowActive(window.get(), 60000);
     }
 
     template <class T = QWidget> T* find(const char* name, QWidget* root = nullptr) const {
         return (root ? root : window->centralWidget())->findChild<T*>(QString::fromLatin1(name));
+    }
+    // A menu entry as the operator finds it: by the captions of its menu and of itself.
+    QAction* entry(const QString& menu, const QString& caption) const {
+        for (QAction* top : window->menuBar()->actions())
+            for (QAction* action : top->text() == menu ? top->menu()->actions() : QList<QAction*>())
+                if (action->text() == caption) return action;
+        return nullptr;
     }
 };
 
@@ -55,9 +64,24 @@ inline QLabel* labelOf(const QWidget* root, const QWidget* field) {
     return nullptr;
 }
 
-inline bool inGroup(const QWidget* widget, std::string_view caption) {
-    auto* box = qobject_cast<QGroupBox*>(widget->parentWidget());
-    return box && box->title() == qt(caption);
+// Every field of the page has its label to its left, level with it; gives the names of the fields without one.
+inline QStringList fieldsWithoutLabel(QWidget* page) {
+    QStringList without;
+    const auto place = [page](const QWidget* w) { return QRect(w->mapTo(page, QPoint(0, 0)), w->size()); };
+    for (const FieldEdit* edit : page->findChildren<FieldEdit*>()) {
+        const QLabel* label = labelOf(page, edit);
+        if (!label) {
+            without << edit->objectName();
+            continue;
+        }
+        const QRect field = place(edit), caption = place(label);
+        const QByteArray name = edit->objectName().toLatin1();
+        [&] {
+            QVERIFY2(caption.right() < field.left(), name.constData());
+            QVERIFY2(caption.top() <= field.center().y() && field.center().y() <= caption.bottom(), name.constData());
+        }();
+    }
+    return without;
 }
 
 // Puts the text in place of what the box holds, one keystroke at a time (letters beyond ASCII included).
@@ -68,13 +92,14 @@ inline void typeInto(QLineEdit* edit, const QString& text) {
         QTest::sendKeyEvent(QTest::Click, edit, Qt::Key_A, QString(c), Qt::NoModifier);
 }
 
-// Runs `step` once the next modal dialog is up, and shuts every modal dialog that is still open a few
-// seconds later, so that a failing step cannot hang the run.
+// Runs `step` once the next modal dialog is up. Should the step fail, every modal dialog is shut, so that a failing
+// step cannot hang the run.
 inline void whenModal(std::function<void(QWidget*)> step) {
-    QTimer::singleShot(0, [step] { step(QApplication::activeModalWidget()); });
-    QTimer::singleShot(5000, [] {
-        while (QWidget* dialog = QApplication::activeModalWidget())
-            dialog->hide();
+    QTimer::singleShot(0, [step] {
+        step(QApplication::activeModalWidget());
+        if (QTest::currentTestFailed())
+            while (QWidget* dialog = QApplication::activeModalWidget())
+                dialog->hide();
     });
 }
 

@@ -1,26 +1,7 @@
 #include "support/launcher_test.h"
 
-#include <map>
-
 using namespace ks;
 using RulesTest = test::LauncherTest;
-
-TEST_F(RulesTest, EveryBoxOnGivesEachGroupItsFullMaskAndEveryBoxOffGivesZero) {
-    for (const auto& box : program.form(FormId::Flags).checkBoxes())
-        box->setState(1);
-    const std::map<std::string, std::string> full = {{"WBT", "511"},  {"ABT", "63"},     {"WIBT", "16383"},
-                                                     {"WSWT", "511"}, {"WSIT", "16383"}, {"DMFLAGT", "983039"},
-                                                     {"BOTT", "31"},  {"TRB", "511"}};
-    for (const auto& [total, value] : full)
-        EXPECT_EQ(flags(total).text(), value) << total;
-    EXPECT_EQ(flags("DMFLAG19").text() + " " + flags("WSI13").text() + " " + flags("RND").text(), "524288 4 256");
-    for (const auto& box : program.form(FormId::Flags).checkBoxes())
-        box->setState(0);
-    for (const auto& [total, value] : full)
-        EXPECT_EQ(flags(total).text(), "0") << total;
-    EXPECT_EQ(flags("DMFLAG19").text(), "0");
-    EXPECT_TRUE(platform.messages.empty());
-}
 
 TEST_F(RulesTest, TypedItemValuesEnterTheSumAtTheNextClickInTheirGroupUnrounded) {
     flags("AB1").setText("7");
